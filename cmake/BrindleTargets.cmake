@@ -1,0 +1,44 @@
+# The kinds of targets that the project has.
+
+function(_brindle_common target)
+  target_link_libraries(${target} PUBLIC brindle_options)
+  target_compile_options(${target} PRIVATE ${BRINDLE_WARNINGS})
+endfunction()
+
+# brindle_library(NAME SOURCES … LINKS …): a plain static library, one for each room without QML.
+function(brindle_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC ${arg_LINKS})
+  _brindle_common(${name})
+endfunction()
+
+# brindle_qml_library(NAME URI Brindle.X SOURCES … QML … SINGLETONS … LINKS …): a room with QML; one static
+# library and one QML module. The plugin is linked by whoever loads the module (target <NAME>plugin).
+function(brindle_qml_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML;SINGLETONS;RESOURCES;LINKS")
+  foreach(file IN LISTS arg_SINGLETONS)
+    set_source_files_properties(${file} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
+  endforeach()
+  string(REPLACE "." "/" folder ${arg_URI})
+  qt_add_qml_module(${name} STATIC
+    URI ${arg_URI} VERSION 1.0 RESOURCE_PREFIX /qt/qml
+    OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${folder}
+    SOURCES ${arg_SOURCES} QML_FILES ${arg_QML} ${arg_SINGLETONS} RESOURCES ${arg_RESOURCES})
+  target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC Qt6::Quick ${arg_LINKS} brindle_options)
+  set_source_files_properties(${arg_SOURCES} PROPERTIES COMPILE_OPTIONS "${BRINDLE_WARNINGS}")
+endfunction()
+
+# brindle_test(NAME LABEL unit SOURCES … LINKS …): a GoogleTest binary; each case is one entry of ctest.
+function(brindle_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "SOURCES;LINKS;ENVIRONMENT")
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 60)
+  endif()
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE brindle_test_support ${arg_LINKS})
+  _brindle_common(${name})
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
+    PROPERTIES LABELS ${arg_LABEL} TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${arg_ENVIRONMENT}")
+endfunction()
