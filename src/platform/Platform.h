@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+
+namespace brindle {
+
+class AccessibilitySettings;
+class BluetoothDevices;
+class Bundle;
+class Directories;
+class EventMonitors;
+class Haptics;
+class HostApplication;
+class LoginItem;
+class MenuBarItem;
+class NotificationCenter;
+class PanelWindow;
+class PowerSources;
+class Scheduler;
+class Screens;
+class UserDefaults;
+struct PanelStyle;
+
+/// Everything that the operating system supplies, as the container takes it.
+///
+/// All ports live as long as the platform and are the platform's own; what a machine lacks is a null object. Main thread.
+class Platform
+{
+public:
+    virtual ~Platform() = default;
+
+    virtual Scheduler &scheduler() = 0;
+    virtual NotificationCenter &notifications() = 0;
+    virtual UserDefaults &userDefaults() = 0;
+    virtual LoginItem &loginItem() = 0;
+    virtual Bundle &bundle() = 0;
+    virtual Directories &directories() = 0;
+    virtual Screens &screens() = 0;
+    virtual EventMonitors &eventMonitors() = 0;
+    virtual PowerSources &powerSources() = 0;
+    virtual BluetoothDevices &bluetoothDevices() = 0;
+    virtual Haptics &haptics() = 0;
+    virtual AccessibilitySettings &accessibilitySettings() = 0;
+    virtual MenuBarItem &menuBarItem() = 0;
+    virtual HostApplication &application() = 0;
+
+    virtual std::unique_ptr<PanelWindow> makePanelWindow(const PanelStyle &style) = 0;
+};
+
+} // namespace brindle
