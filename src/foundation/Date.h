@@ -1,6 +1,9 @@
 #pragma once
 
+// moc of Qt 6.4 does not understand this header.
+#ifndef Q_MOC_RUN
 #include <compare>
+#endif
 #include <limits>
 
 namespace brindle {
