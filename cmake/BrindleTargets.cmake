@@ -30,7 +30,8 @@ function(brindle_qml_library name)
   set_source_files_properties(${arg_SOURCES} PROPERTIES COMPILE_OPTIONS "${BRINDLE_WARNINGS}")
 endfunction()
 
-# brindle_test(NAME LABEL unit SOURCES … LINKS …): a GoogleTest binary; each case is one entry of ctest.
+# brindle_test(NAME LABEL unit SOURCES … LINKS …): a GoogleTest binary; each case is one entry of ctest. Sanitized
+# entries have a prefix, so that one run over several build folders tells them apart.
 function(brindle_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "SOURCES;LINKS;ENVIRONMENT")
   if(NOT arg_TIMEOUT)
@@ -39,6 +40,10 @@ function(brindle_test name)
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE brindle_test_support ${arg_LINKS})
   _brindle_common(${name})
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
+  set(prefix "")
+  if(BRINDLE_SANITIZE)
+    set(prefix "sanitized:")
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${prefix}"
     PROPERTIES LABELS ${arg_LABEL} TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${arg_ENVIRONMENT}")
 endfunction()
