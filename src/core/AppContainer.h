@@ -16,7 +16,8 @@ class SettingsStore;
 /// Posted on the platform's notification centre to open or close the island.
 inline const QString toggleIslandNotification = QStringLiteral("Brindle.ToggleIsland");
 
-/// The composition root: one instance of every service, made in a fixed order and started and stopped together.
+/// The composition root: one instance of every service, made in a fixed order and started and stopped
+/// together.
 ///
 /// Built on a platform that outlives it; a test builds as many as it likes. Main thread.
 class AppContainer : public QObject

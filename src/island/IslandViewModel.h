@@ -2,17 +2,21 @@
 
 #include "core/IslandTab.h"
 #include "foundation/Scheduler.h"
+#include "island/SelectionAnimation.h"
 
 #include <QObject>
 #include <QPointF>
 #include <QRectF>
-#include <QtQml/qqmlregistration.h>
 
+#include <functional>
 #include <optional>
+
+class QMimeData;
 
 namespace brindle {
 
 class AppContainer;
+class ShelfDropTarget;
 
 /// Where a drag from another program may be dropped in the open island.
 enum class IslandExternalDropZone { airDrop, storage };
@@ -28,21 +32,23 @@ struct IslandExternalDropFrames
 
 /// The state machine of the island: whether it is open, which tab shows, and what keeps it open.
 ///
-/// Draws nothing and owns no window. While a drag from outside is active, `interactionDepth` includes exactly one count for it. Main
-/// thread.
+/// Draws nothing and owns no window. While a drag from outside is active, `interactionDepth` includes exactly
+/// one count for it. Each signal comes only when its value changed. Main thread.
 class IslandViewModel : public QObject
 {
     Q_OBJECT
-    QML_ELEMENT
-    QML_UNCREATABLE("made by the panel controller")
     Q_PROPERTY(bool isExpanded READ isExpanded NOTIFY isExpandedChanged)
     Q_PROPERTY(brindle::IslandTab selectedTab READ selectedTab WRITE setSelectedTab NOTIFY selectedTabChanged)
+    Q_PROPERTY(
+        brindle::SelectionAnimation selectionAnimation READ selectionAnimation NOTIFY selectedTabChanged)
     Q_PROPERTY(bool isPointerInside READ isPointerInside NOTIFY isPointerInsideChanged)
     Q_PROPERTY(int interactionDepth READ interactionDepth NOTIFY interactionDepthChanged)
     Q_PROPERTY(bool isExternalDragActive READ isExternalDragActive NOTIFY isExternalDragActiveChanged)
 
 public:
-    explicit IslandViewModel(AppContainer &container, QObject *parent = nullptr);
+    /// `shelf` is where drops go; without one every drop is refused. Both outlive the view model.
+    explicit IslandViewModel(
+        AppContainer &container, ShelfDropTarget *shelf = nullptr, QObject *parent = nullptr);
 
     AppContainer &container() const { return m_container; }
     bool isExpanded() const { return m_isExpanded; }
@@ -53,11 +59,21 @@ public:
     bool isExternalDragActive() const { return m_isExternalDragActive; }
     std::optional<IslandExternalDropZone> activeExternalDropZone() const { return m_activeExternalDropZone; }
 
+    /// How the last change of `selectedTab` is to be shown; it is in place before that change is announced.
+    SelectionAnimation selectionAnimation() const { return m_selectionAnimation; }
+    /// Runs `change`; a tab that it selects is shown with `animation`. Outside of this, selections are not
+    /// animated.
+    void animate(const SelectionAnimation &animation, const std::function<void()> &change);
+    /// Whether the user or the desktop asked for plain effects.
+    bool reducesEffects() const;
+
     void pointerEntered();
     void pointerExited();
     Q_INVOKABLE void expand();
+    /// `force` closes whatever is under way inside.
     void collapse(bool force);
     void toggle();
+    /// `offset` is +1 or -1; the selection wraps at both ends of the visible tabs.
     void selectAdjacentTab(int offset);
     Q_INVOKABLE void beginInteraction();
     Q_INVOKABLE void endInteraction();
@@ -65,8 +81,8 @@ public:
     void externalDragEntered(QPointF location);
     void externalDragUpdated(QPointF location);
     void externalDragExited();
-    /// `location` is where the button went up. False when nothing took the drop.
-    bool performExternalDrop(QPointF location);
+    /// `location` is where the button went up, `items` what was carried. False when nothing took the drop.
+    bool performExternalDrop(QPointF location, const QMimeData *items = nullptr);
     void endExternalDrag();
     void dropFramesChanged(const IslandExternalDropFrames &frames);
     /// `storage` wins where the zones overlap.
@@ -94,15 +110,22 @@ private:
     void setInteractionDepth(int depth);
     void setExternalDragActive(bool active);
     void setActiveExternalDropZone(std::optional<IslandExternalDropZone> zone);
+    Scheduler &scheduler() const;
+    void openWithHaptic();
+    bool isPrimaryButtonDown() const;
+    void startExternalDrag();
     void updateActiveDropZone(QPointF location);
     void watchExternalDragMouseUp();
     void endExternalDragOnceReleased();
-    void playOpenHaptic();
-    bool isPrimaryButtonDown() const;
+    std::optional<IslandExternalDropZone> zoneOfDrop(QPointF location) const;
+    bool deliverDrop(QPointF location, const QMimeData *items);
 
     AppContainer &m_container;
+    ShelfDropTarget *m_shelf;
     bool m_isExpanded = false;
     IslandTab m_selectedTab = IslandTab::media;
+    SelectionAnimation m_selectionAnimation;
+    SelectionAnimation m_animationOfChanges;
     bool m_isPointerInside = false;
     int m_interactionDepth = 0;
     bool m_isExternalDragActive = false;
