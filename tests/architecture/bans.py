@@ -31,8 +31,9 @@ BANS = (
     Ban(r"#\s*(if|ifdef|ifndef|elif)\b.*\b(Q_OS_\w+|__linux__|__APPLE__|_WIN32)\b",
         CODE, "what a machine lacks is a null object behind a port, chosen in src/app",
         but=("src/platform/*", "src/app/*")),
-    Ban(r"\bqDebug\b|\bqInfo\b|\bstd::c(out|err|log)\b|(?<!\w)f?printf\s*\(|(?<!\w)f?puts\s*\(",
-        CODE, "remove it; a failure is a value for the caller, and what an operator must know is a qCWarning"),
+    Ban(r"\bqC?(Debug|Info|Warning|Critical)\b|\bstd::c(out|err|log)\b|(?<!\w)f?printf\s*\(|(?<!\w)f?puts\s*\(",
+        CODE, "the program writes no log: hand the failure to the caller as a value, or let it leave no trace",
+        but=("src/app/*",)),  # a start that cannot go on tells why
     Ban(r"<private/|<qpa/|_p\.h[\">]",
         CODE, "private Qt headers change without notice; find the public way, or list the file in `but` and say why"),
     Ban(r"\bTimer\s*\{|\bsetTimeout\b|\bsetInterval\b|\bnew Date\b|\bDate\.now\b",

@@ -126,6 +126,7 @@ class Bans(Sample):
         ("src/media/A.h", "#if defined(Q_" "OS_LINUX)"),
         ("src/media/A.h", "#ifdef __linux" "__"),
         ("src/media/A.cpp", "q" "Debug() << 1;"),
+        ("src/media/A.cpp", "qC" 'Warning(lc) << 1;'),
         ("src/media/A.cpp", "std::" "cout << 1;"),
         ("src/media/A.cpp", "f" 'printf(stderr, "x");'),
         ("src/media/A.cpp", "#include <pri" "vate/qobject_p.h>"),
