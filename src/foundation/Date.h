@@ -26,7 +26,10 @@ public:
     constexpr double referenceSeconds() const { return m_seconds - referenceOffset; }
 
     constexpr auto operator<=>(const Date &) const = default;
-    friend constexpr double operator-(Date later, Date earlier) { return later.m_seconds - earlier.m_seconds; }
+    friend constexpr double operator-(Date later, Date earlier)
+    {
+        return later.m_seconds - earlier.m_seconds;
+    }
     friend constexpr Date operator+(Date date, double seconds) { return Date{date.m_seconds + seconds}; }
     friend constexpr Date operator-(Date date, double seconds) { return Date{date.m_seconds - seconds}; }
 

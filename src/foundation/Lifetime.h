@@ -12,8 +12,7 @@ namespace brindle {
 class Lifetime
 {
 public:
-    template<typename F>
-    auto guard(F work) const
+    template <typename F> auto guard(F work) const
     {
         return [weak = std::weak_ptr<char>(m_token), work = std::move(work)](auto &&...args) mutable {
             if (weak.lock())
