@@ -1,0 +1,61 @@
+#pragma once
+
+#include "foundation/ManualScheduler.h"
+#include "foundation/NotificationCenter.h"
+#include "platform/Platform.h"
+#include "platform/fake/FakeBluetoothDevices.h"
+#include "platform/fake/FakeDesktop.h"
+#include "platform/fake/FakeEventMonitors.h"
+#include "platform/fake/FakePanelWindow.h"
+#include "platform/fake/FakePowerSources.h"
+#include "platform/fake/FakeUserDefaults.h"
+
+#include <QPointer>
+
+namespace brindle {
+
+/// A whole machine in memory, with every part in reach of the test that owns it.
+class FakePlatform : public Platform
+{
+public:
+    ManualScheduler time;
+    NotificationCenter notificationCenter;
+    FakeUserDefaults defaults;
+    FakeLoginItem login;
+    FakeBundle resources;
+    FakeDirectories folders;
+    FakeScreens displays;
+    FakeEventMonitors input;
+    FakePowerSources power;
+    FakeBluetoothDevices bluetooth;
+    FakeHaptics ticks;
+    FakeAccessibilitySettings accessibility;
+    FakeMenuBarItem menu;
+    FakeHostApplication host;
+    /// The panel that was made last, as long as it lives.
+    QPointer<FakePanelWindow> panel;
+
+    Scheduler &scheduler() override { return time; }
+    NotificationCenter &notifications() override { return notificationCenter; }
+    UserDefaults &userDefaults() override { return defaults; }
+    LoginItem &loginItem() override { return login; }
+    Bundle &bundle() override { return resources; }
+    Directories &directories() override { return folders; }
+    Screens &screens() override { return displays; }
+    EventMonitors &eventMonitors() override { return input; }
+    PowerSources &powerSources() override { return power; }
+    BluetoothDevices &bluetoothDevices() override { return bluetooth; }
+    Haptics &haptics() override { return ticks; }
+    AccessibilitySettings &accessibilitySettings() override { return accessibility; }
+    MenuBarItem &menuBarItem() override { return menu; }
+    HostApplication &application() override { return host; }
+
+    std::unique_ptr<PanelWindow> makePanelWindow(const PanelStyle &style) override
+    {
+        auto made = std::make_unique<FakePanelWindow>(style, displays);
+        panel = made.get();
+        return made;
+    }
+};
+
+} // namespace brindle
