@@ -13,8 +13,9 @@ namespace brindle {
 
 /// Arbitrates between brief events: at most one is on screen, the others wait or go stale.
 ///
-/// An activity is `current`, or waiting, or gone; never two of these. `current` is read and written on the main thread
-/// only; `post` may be called from any. Between the end of one activity and the next, observers may see none.
+/// An activity is `current`, or waiting, or gone; never two of these. `current` is read and written on the
+/// main thread only; `post` may be called from any. Between the end of one activity and the next, observers
+/// may see none.
 class ActivityCoordinator : public QObject
 {
     Q_OBJECT

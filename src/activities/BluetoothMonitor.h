@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Lifetime.h"
 #include "platform/BluetoothDevices.h"
 
 #include <QHash>
@@ -19,8 +20,9 @@ class BluetoothMonitor : public QObject
     Q_OBJECT
 
 public:
-    BluetoothMonitor(ActivityCoordinator &activityCoordinator, BluetoothDevices &devices, Scheduler &scheduler,
-        QObject *parent = nullptr);
+    BluetoothMonitor(ActivityCoordinator &activityCoordinator, BluetoothDevices &devices,
+        Scheduler &scheduler, QObject *parent = nullptr);
+    ~BluetoothMonitor() override;
 
     /// Registers for connections; a second call replaces the registration.
     void start();
@@ -42,6 +44,7 @@ private:
     Scheduler &m_scheduler;
     std::shared_ptr<BluetoothNotification> m_connectNotification;
     QHash<QString, std::shared_ptr<BluetoothNotification>> m_disconnectNotifications;
+    Lifetime m_lifetime;
 };
 
 } // namespace brindle
