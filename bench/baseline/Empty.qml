@@ -1,0 +1,9 @@
+import QtQuick
+
+Window {
+    width: 940
+    height: 300
+    visible: true
+    color: "transparent"
+    flags: Qt.FramelessWindowHint | Qt.Tool | Qt.WindowStaysOnTopHint | Qt.BypassWindowManagerHint
+}

@@ -1,0 +1,75 @@
+"""Reads and works programs through the accessibility bus of the environment that it was started in.
+
+One JSON request a line on standard input, one JSON answer a line on standard output. A process of its own, because the
+client library connects to one bus for the life of a process."""
+
+import json
+import sys
+
+import pyatspi
+
+
+def application(process):
+    for candidate in pyatspi.Registry.getDesktop(0):
+        if candidate is not None and candidate.get_process_id() == process:
+            candidate.clear_cache()
+            return candidate
+    return None
+
+
+def value_of(node):
+    try:
+        return node.queryValue().currentValue
+    except NotImplementedError:
+        return None
+
+
+def text_of(node):
+    try:
+        text = node.queryText()
+        return text.getText(0, -1)
+    except NotImplementedError:
+        return None
+
+
+def actions_of(node):
+    try:
+        action = node.queryAction()
+        return [action.getName(index) for index in range(action.nActions)]
+    except NotImplementedError:
+        return []
+
+
+def describe(node, path=()):
+    states = node.getState()
+    at = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS) if "Component" in node.get_interfaces() else None
+    children = [node.getChildAtIndex(index) for index in range(node.childCount)]
+    return {
+        "path": path, "role": node.getRoleName(), "name": node.name, "description": node.description,
+        "value": value_of(node), "text": text_of(node), "actions": actions_of(node),
+        "states": [pyatspi.stateToString(state) for state in states.getStates()],
+        "place": [at.x, at.y, at.width, at.height] if at else None,
+        "children": [describe(child, (*path, index)) for index, child in enumerate(children) if child is not None],
+    }
+
+
+def answer(request):
+    node = application(request["process"])
+    if node is None:
+        return None
+    if "press" not in request:
+        return describe(node)
+    for index in request["press"]:
+        node = node.getChildAtIndex(index)
+    actions = actions_of(node)
+    wanted = request["action"]
+    return wanted in actions and node.queryAction().doAction(actions.index(wanted))
+
+
+for line in sys.stdin:
+    try:
+        result = answer(json.loads(line))
+    except Exception as changed:  # the tree may change while it is read; the caller asks again
+        result = None
+        print(f"{type(changed).__name__}: {changed}", file=sys.stderr, flush=True)
+    print(json.dumps(result), flush=True)

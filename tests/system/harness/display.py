@@ -1,0 +1,294 @@
+"""A private X server, and what a person has before it: a pointer, a keyboard, eyes."""
+
+import os
+import socket
+import struct
+import subprocess
+import time
+import zlib
+
+from Xlib import X, XK, Xatom, display
+from Xlib.ext import shape, xtest
+
+from .processes import Child, wait_until
+
+XORG = "/usr/lib/xorg/Xorg"
+INPUTTEST = "/usr/lib/xorg/modules/input/inputtest_drv.so"
+
+
+class XServer:
+    """An X server that chose its own number. `touchpad`: one with a device that scrolls in fractions of a notch."""
+
+    def __init__(self, folder, environment, size=(1280, 800), touchpad=False):
+        self.size = size
+        self._socket = folder / "touchpad"
+        reader, writer = os.pipe()
+        self._server = Child(self._command(folder, writer, touchpad), environment, folder / "xserver.log",
+                             pass_fds=(writer,))
+        os.close(writer)
+        with os.fdopen(reader) as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise AssertionError(f"no X server: {self._server.output}")
+        self.name = f":{number}"
+        self.connection = display.Display(self.name)
+        self.root = self.connection.screen().root
+        self.pointer = Pointer(self.connection)
+        self.keyboard = Keyboard(self.connection)
+        self.touchpad = Touchpad(self._socket) if touchpad else None
+
+    def _command(self, folder, writer, touchpad):
+        width, height = self.size
+        if not touchpad:
+            return ["Xvfb", "-displayfd", writer, "-screen", "0", f"{width}x{height}x24", "-dpi", "96", "-noreset",
+                    "-nolisten", "tcp"]
+        config = folder / "xorg.conf"
+        config.write_text(XORG_CONFIG.format(width=width, height=height, socket=self._socket))
+        (folder / "xorg.d").mkdir()
+        return [XORG, "-displayfd", writer, "-config", config, "-configdir", folder / "xorg.d", "-logfile",
+                folder / "xorg.log", "-noreset", "-nolisten", "tcp", "-novtswitch", "-sharevts"]
+
+    def picture(self, area=None):
+        """What the screen shows now; `area` is x, y, width, height."""
+        geometry = self.root.get_geometry()
+        x, y, width, height = area or (0, 0, geometry.width, geometry.height)
+        image = self.root.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFFFF)
+        return Picture(width, height, image.data)
+
+    def wallpaper(self, light=(0xE9, 0xD8, 0xC4), dark=(0x6F, 0x8F, 0xA8)):
+        """A plain slanting gradient in the place of the server's grey."""
+        width, height = self.size
+        length = width + height
+        strip = b"".join(bytes(round(a + (b - a) * step / length) for a, b in zip(light[::-1], dark[::-1])) + b"\0"
+                         for step in range(length))
+        pixmap = self.root.create_pixmap(width, height, self.connection.screen().root_depth)
+        context = pixmap.create_gc()
+        for y in range(height):
+            pixmap.put_image(context, 0, y, width, 1, X.ZPixmap, 24, 0, strip[4 * y:4 * (y + width)])
+        self.root.change_attributes(background_pixmap=pixmap)
+        for name in ("_XROOTPMAP_ID", "ESETROOT_PMAP_ID"):
+            self.root.change_property(self.connection.intern_atom(name), Xatom.PIXMAP, 32, [pixmap.id])
+        self.root.clear_area()
+        self.connection.sync()
+
+    def property_of(self, window, name, kind=X.AnyPropertyType):
+        value = window.get_full_property(self.connection.intern_atom(name), kind)
+        return list(value.value) if value else None
+
+    def windows(self, process):
+        """The windows of a process, in stacking order from below."""
+        found = []
+
+        def walk(window):
+            for child in window.query_tree().children:
+                try:
+                    if self.property_of(child, "_NET_WM_PID", Xatom.CARDINAL) == [process]:
+                        found.append(child)
+                    walk(child)
+                except Exception as gone:  # a window may vanish while it is looked at
+                    if "BadWindow" not in type(gone).__name__ and "BadWindow" not in str(gone):
+                        raise
+        walk(self.root)
+        return found
+
+    def place(self, window):
+        """Position and size on the screen."""
+        geometry = window.get_geometry()
+        corner = window.translate_coords(self.root, 0, 0)
+        return -corner.x, -corner.y, geometry.width, geometry.height
+
+    def input_area(self, window):
+        """The rectangles, relative to the window, in which it takes the pointer."""
+        return [(r.x, r.y, r.width, r.height) for r in window.shape_get_rectangles(shape.SK.Input).rectangles]
+
+    def resize(self, width, height, environment):
+        """Another resolution, as when a person chooses one in the settings of the display."""
+        environment = dict(environment, DISPLAY=self.name)
+        mode = f"{width}x{height}"
+        horizontal, vertical = (width, width + 8, width + 16, width + 32), (height, height + 3, height + 6, height + 12)
+        clock = horizontal[3] * vertical[3] * 60 / 1e6
+
+        def xrandr(*arguments, needed=True):
+            subprocess.run(["xrandr", *map(str, arguments)], env=environment, check=needed, capture_output=True)
+        xrandr("--newmode", mode, f"{clock:.2f}", *horizontal, *vertical, needed=False)
+        xrandr("--addmode", "screen", mode, needed=False)
+        xrandr("--output", "screen", "--mode", mode)
+
+    def end(self):
+        self.connection.close()
+        self._server.end()
+
+
+class Pointer:
+    """Moves as a device does, so that programs that watch the device itself see it too."""
+
+    def __init__(self, connection):
+        self._display = connection
+
+    @property
+    def position(self):
+        at = self._display.screen().root.query_pointer()
+        return at.root_x, at.root_y
+
+    def move(self, x, y):
+        xtest.fake_input(self._display, X.MotionNotify, detail=0, x=round(x), y=round(y))
+        self._display.sync()
+
+    def glide(self, x, y, seconds=0.4):
+        """On a straight way in many steps, slower at both ends, as a hand does."""
+        (from_x, from_y), began = self.position, time.monotonic()
+        while (part := (time.monotonic() - began) / seconds) < 1:
+            eased = part * part * (3 - 2 * part)
+            self.move(from_x + (x - from_x) * eased, from_y + (y - from_y) * eased)
+            time.sleep(1 / 120)
+        self.move(x, y)
+
+    def press(self, button=1):
+        xtest.fake_input(self._display, X.ButtonPress, button)
+        self._display.sync()
+
+    def release(self, button=1):
+        xtest.fake_input(self._display, X.ButtonRelease, button)
+        self._display.sync()
+
+    def click(self, x=None, y=None, button=1):
+        if x is not None:
+            self.move(x, y)
+        self.press(button)
+        self.release(button)
+
+    def wheel(self, notches):
+        """Towards the user when positive."""
+        for _ in range(abs(notches)):
+            self.click(button=5 if notches > 0 else 4)
+
+
+class Keyboard:
+    def __init__(self, connection):
+        self._display = connection
+
+    def tap(self, name, modifiers=()):
+        """A key by its X name ("Down", "a", "space"), with modifiers by theirs ("Shift_L")."""
+        codes = [self._code(modifier) for modifier in modifiers] + [self._code(name)]
+        for code in codes:
+            xtest.fake_input(self._display, X.KeyPress, code)
+        for code in reversed(codes):
+            xtest.fake_input(self._display, X.KeyRelease, code)
+        self._display.sync()
+
+    def type(self, text):
+        for letter in text:
+            self.tap("space" if letter == " " else letter)
+
+    def _code(self, name):
+        return self._display.keysym_to_keycode(XK.string_to_keysym(name))
+
+
+class Touchpad:
+    """A device of the X server's own test driver. Its scroll axes count 120 to a notch of a wheel."""
+
+    MOTION, VERSION = 2, 0
+    VALUATORS = 64
+
+    def __init__(self, path):
+        wait_until(path.exists, "the test device's socket")
+        self._socket = socket.socket(socket.AF_UNIX)
+        self._socket.connect(str(path))
+        self._socket.sendall(struct.pack("=IIHH", 12, self.VERSION, 1, 1))
+        self._socket.recv(64)
+
+    def scroll(self, horizontal, vertical):
+        """One small step of two fingers, in units of the axis; positive goes down and right."""
+        values = {2: horizontal, 3: vertical}
+        mask = sum(1 << axis for axis in values)
+        data = [float(values.get(axis, 0)) for axis in range(self.VALUATORS)]
+        body = struct.pack(f"=II8s4x{self.VALUATORS}d{self.VALUATORS}d", 0, 0, mask.to_bytes(8, "little"), *data,
+                           *([0.0] * self.VALUATORS))
+        message = struct.pack("=III4x", 16 + len(body) - 4, self.MOTION, 0) + body[4:]
+        self._socket.sendall(message)
+
+
+class Picture:
+    """Pixels of the screen, 4 bytes each: blue, green, red, nothing."""
+
+    def __init__(self, width, height, data):
+        self.width, self.height, self._data = width, height, data
+
+    def __eq__(self, other):
+        return (self.width, self.height, self._data) == (other.width, other.height, other._data)
+
+    def at(self, x, y):
+        offset = 4 * (y * self.width + x)
+        blue, green, red = self._data[offset:offset + 3]
+        return red, green, blue
+
+    def is_black(self, x, y, tolerance=12):
+        return max(self.at(x, y)) <= tolerance
+
+    def black_run(self, y):
+        """From the first to behind the last black pixel of a row; None without one."""
+        black = [x for x in range(self.width) if self.is_black(x, y)]
+        return (black[0], black[-1] + 1) if black else None
+
+    def save(self, path):
+        rgb = bytearray(3 * self.width * self.height)
+        for channel in range(3):
+            rgb[channel::3] = self._data[2 - channel::4]
+        stride = 3 * self.width
+        rows = b"".join(b"\0" + rgb[row * stride:(row + 1) * stride] for row in range(self.height))
+
+        def chunk(kind, body):
+            return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
+        header = struct.pack(">IIBBBBB", self.width, self.height, 8, 2, 0, 0, 0)
+        path.write_bytes(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows, 6))
+                         + chunk(b"IEND", b""))
+        return path
+
+
+# A screen in memory, and one pointing device that a socket drives.
+XORG_CONFIG = """
+Section "ServerFlags"
+    Option "AutoAddDevices" "false"
+    Option "AutoAddGPU" "false"
+    Option "DontVTSwitch" "true"
+EndSection
+Section "Device"
+    Identifier "memory"
+    Driver "dummy"
+    VideoRam 65536
+EndSection
+Section "Monitor"
+    Identifier "monitor"
+    HorizSync 1-200
+    VertRefresh 1-200
+EndSection
+Section "Screen"
+    Identifier "screen"
+    Device "memory"
+    Monitor "monitor"
+    DefaultDepth 24
+    SubSection "Display"
+        Depth 24
+        Modes "{width}x{height}"
+        Virtual {width} {height}
+    EndSubSection
+EndSection
+Section "InputDevice"
+    Identifier "touchpad"
+    Driver "inputtest"
+    Option "SocketPath" "{socket}"
+    Option "DeviceType" "Pointer"
+EndSection
+Section "InputDevice"
+    Identifier "keyboard"
+    Driver "inputtest"
+    Option "SocketPath" "{socket}-keyboard"
+    Option "DeviceType" "Keyboard"
+EndSection
+Section "ServerLayout"
+    Identifier "layout"
+    Screen "screen"
+    InputDevice "touchpad" "CorePointer"
+    InputDevice "keyboard" "CoreKeyboard"
+EndSection
+"""

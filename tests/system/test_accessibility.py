@@ -1,0 +1,62 @@
+"""The whole island, read and worked through the accessibility bus."""
+
+import re
+import unittest
+
+from harness.case import SystemTest
+from harness.processes import wait_until
+
+
+class Reading(SystemTest):
+    def open(self):
+        self.pointer.move(*self.island.centre)
+        wait_until(self.island.is_open, "the island to open")
+
+    def test_the_closed_island_says_what_it_shows(self):
+        self.session.power.unplug()
+        self.addCleanup(self.session.power.plug)
+        said = self.program.element(re.compile("On Battery"))
+        self.assertIn("80%", said.name + said.description)
+
+    def test_the_closed_island_can_be_opened(self):
+        island = wait_until(lambda: next((node for node in self.program.tree().walk() if "Press" in node.actions), None),
+                            "something that can be pressed")
+        self.session.reader.press(self.program.pid, island)
+        wait_until(self.island.is_open, "the island to open")
+
+    def test_the_sidebar_has_its_tabs_with_name_role_and_state(self):
+        self.open()
+        media = self.program.element("Media", "page tab")
+        self.assertIn("selected", media.states)
+        for name in ("Shelf", "Calculator"):
+            tab = self.program.element(name, "page tab")
+            self.assertNotIn("selected", tab.states)
+            self.assertIn("Press", tab.actions)
+        self.assertIsNone(self.program.tree().find("AI", "page tab"), "a hidden tab")
+
+    def test_a_tab_is_selected_by_its_action(self):
+        self.open()
+        self.session.reader.press(self.program.pid, self.program.element("Calculator", "page tab"))
+        wait_until(lambda: "selected" in self.program.element("Calculator", "page tab").states, "the tab to be selected")
+
+    def test_the_status_bar_says_the_time_and_the_charge(self):
+        self.open()
+        self.program.element(re.compile(r"\b\d{1,2}:\d{2}\b"))
+        self.program.element(re.compile("80%"))
+
+    def test_every_element_that_can_be_pressed_has_a_name(self):
+        self.open()
+        self.program.element("Shelf", "page tab")
+        nameless = [node for node in self.program.tree().walk() if "Press" in node.actions and not node.name]
+        self.assertEqual(nameless, [])
+
+    def test_closing_takes_the_open_island_out_of_the_tree(self):
+        self.open()
+        self.program.element("Shelf", "page tab")
+        self.away()
+        wait_until(self.island.is_closed, "the island to close")
+        wait_until(lambda: self.program.tree().find("Shelf", "page tab") is None, "the tabs to go")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,125 @@
+"""What a desktop does to the island: screens, compositors, full-screen windows, no buses."""
+
+import os
+import unittest
+
+from harness.case import SystemTest
+from harness.peer import Peer
+from harness.processes import wait_until
+from harness.session import Program, Session
+
+
+class Screen(SystemTest):
+    def tearDown(self):
+        self.screen.resize(1280, 800, self.session.environment)
+
+    def test_the_island_stands_at_the_top_centre_eight_below_the_edge(self):
+        self.assertEqual(self.island.place, (170, 8, 940, 300))
+
+    def test_the_island_follows_a_change_of_the_screens_size(self):
+        for width, height in ((1920, 1080), (1024, 768), (1280, 800)):
+            self.screen.resize(width, height, self.session.environment)
+            wait_until(lambda: self.island.place == ((width - 940) // 2, 8, 940, 300), f"the island at {width}x{height}")
+            wait_until(self.island.is_closed, "the island to be drawn there")
+
+    def test_after_a_change_of_the_screens_size_hover_opens_where_the_island_is_now(self):
+        self.screen.resize(1024, 768, self.session.environment)
+        wait_until(lambda: self.island.place[0] == 42, "the island to move")
+        self.pointer.move(*self.island.centre)
+        wait_until(self.island.is_open, "the island to open")
+
+
+class OtherWindows(SystemTest):
+    def test_the_island_stands_over_a_full_screen_window_and_opens_there(self):
+        film = self.keep(Peer(self.screen, 0, 0, 640, 480, full_screen=True))
+        wait_until(lambda: film.place() == (0, 0, *self.screen.size), "the window to fill the screen")
+        wait_until(self.island.is_closed, "the island over the window")
+        self.pointer.move(*self.island.centre)
+        wait_until(self.island.is_open, "the island to open over the window")
+        self.away()
+        wait_until(self.island.is_closed, "the island to close")
+        wait_until(film.has_focus, "the full-screen window to have the keyboard again")
+
+    def test_a_window_that_comes_later_does_not_cover_the_island(self):
+        self.keep(Peer(self.screen, 200, 0, 800, 600))
+        wait_until(self.island.is_closed, "the island over the window")
+
+    def test_the_island_is_no_entry_of_the_task_bar_or_the_pager(self):
+        self.assertNotIn(self.program.window.id, self.listed() - self.skipped())
+
+    def test_the_window_manager_never_gets_to_close_the_island(self):
+        self.keep(Peer(self.screen, 100, 420, 500, 250))
+        self.keyboard.tap("F4", modifiers=("Alt_L",))
+        self.assertEqual(len(self.program.panels()), 1)
+
+    def listed(self):
+        return set(self.screen.property_of(self.screen.root, "_NET_CLIENT_LIST") or [])
+
+    def skipped(self):
+        """The clients that asked to be left out."""
+        wanted = {self.screen.connection.intern_atom(f"_NET_WM_STATE_SKIP_{bar}") for bar in ("TASKBAR", "PAGER")}
+
+        def states(client):
+            window = self.screen.connection.create_resource_object("window", client)
+            return set(self.screen.property_of(window, "_NET_WM_STATE") or [])
+        return {client for client in self.listed() if wanted <= states(client)}
+
+
+class NoCompositor(SystemTest):
+    DESKTOP = {"compositor": False}
+
+    def setUp(self):
+        super().setUp()
+        width, _ = self.screen.size
+        self.below = self.keep(Peer(self.screen, 0, 0, width, 500))
+
+    def beside(self):
+        """Whether the window below can be seen beside the closed island."""
+        spots = [self.island.point(*offset) for offset in ((-200, 20), (200, 20), (0, 80), (-400, 250), (128, 30))]
+        picture = self.screen.picture()
+        return all(picture.at(*spot) == (0xD8, 0xC2, 0x7A) for spot in spots)
+
+    def test_without_a_compositor_the_window_is_cut_to_the_shape(self):
+        wait_until(self.island.is_closed, "the island")
+        wait_until(self.beside, "the window below beside the island")
+
+    def test_without_a_compositor_the_island_opens_and_closes(self):
+        self.pointer.move(*self.island.centre)
+        wait_until(self.island.is_open, "the island to open")
+        self.away()
+        wait_until(self.island.is_closed, "the island to close")
+        wait_until(self.beside, "the window below beside the island")
+
+
+class CompositorComesAndGoes(SystemTest):
+    def test_the_island_is_right_before_and_after_the_compositor_is_killed_and_started(self):
+        below = self.keep(Peer(self.screen, 0, 0, self.screen.size[0], 500))
+        far = self.island.point(-400, 250)
+
+        def clean():
+            return self.island.is_closed() and self.screen.picture().at(*far) == (0xD8, 0xC2, 0x7A)
+        wait_until(clean, "the window below beside the island")
+        self.session.stop_compositor()
+        wait_until(clean, "the window below without a compositor")
+        self.session.start_compositor()
+        wait_until(clean, "the window below with a new compositor")
+        self.pointer.click(*far)
+        self.assertEqual(below.look().presses, [far])
+        self.pointer.move(*self.island.centre)
+        wait_until(self.island.is_open, "the island to open")
+
+
+class NoBuses(unittest.TestCase):
+    def test_without_any_bus_the_island_opens_and_closes(self):
+        with Session(buses=False) as session:
+            program = Program(session, os.environ["VELMORA_PROGRAM"])
+            self.addCleanup(program.end)
+            program.start()
+            session.pointer.move(*program.island.centre)
+            wait_until(program.island.is_open, "the island to open")
+            session.pointer.move(640, 740)
+            wait_until(program.island.is_closed, "the island to close")
+
+
+if __name__ == "__main__":
+    unittest.main()
