@@ -13,8 +13,8 @@ QString NowPlayingTrack::sessionKey() const
 
 QString NowPlayingTrack::presentationID() const
 {
-    const QString source
-        = sourceBundleIdentifier ? *sourceBundleIdentifier : sourceName.value_or(QStringLiteral("unknown-source"));
+    const QString source = sourceBundleIdentifier ? *sourceBundleIdentifier
+                                                  : sourceName.value_or(QStringLiteral("unknown-source"));
     return QStringList{source, title, artist.value_or(QString()), album.value_or(QString()),
         artworkURL ? artworkURL->toString() : QString()}
         .join(u'|');
@@ -22,10 +22,11 @@ QString NowPlayingTrack::presentationID() const
 
 bool NowPlayingTrack::operator==(const NowPlayingTrack &other) const
 {
-    return title == other.title && artist == other.artist && album == other.album && duration == other.duration
-        && elapsed == other.elapsed && isPlaying == other.isPlaying && playbackRate == other.playbackRate
-        && artworkFingerprint == other.artworkFingerprint && artworkURL == other.artworkURL
-        && sourceName == other.sourceName && sourceBundleIdentifier == other.sourceBundleIdentifier
+    return title == other.title && artist == other.artist && album == other.album
+        && duration == other.duration && elapsed == other.elapsed && isPlaying == other.isPlaying
+        && playbackRate == other.playbackRate && artworkFingerprint == other.artworkFingerprint
+        && artworkURL == other.artworkURL && sourceName == other.sourceName
+        && sourceBundleIdentifier == other.sourceBundleIdentifier
         && artwork.has_value() == other.artwork.has_value();
 }
 

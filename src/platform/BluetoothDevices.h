@@ -16,7 +16,8 @@ struct BluetoothDevice
     bool operator==(const BluetoothDevice &) const = default;
 };
 
-/// A registration for a device's coming or going. It lasts until `unregister()`; dropping the handle alone ends nothing.
+/// A registration for a device's coming or going. It lasts until `unregister()`; dropping the handle alone
+/// ends nothing.
 class BluetoothNotification
 {
 public:
@@ -32,7 +33,8 @@ public:
 
     virtual ~BluetoothDevices() = default;
 
-    /// Calls `connected` for each device that connects from now on. Never null; without a Bluetooth service it waits for one.
+    /// Calls `connected` for each device that connects from now on. Never null; without a Bluetooth service
+    /// it waits for one.
     virtual std::shared_ptr<BluetoothNotification> registerForConnectNotifications(Handler connected) = 0;
     /// Calls `disconnected` when this device disconnects. Null when the device cannot be watched.
     virtual std::shared_ptr<BluetoothNotification> registerForDisconnectNotification(

@@ -4,8 +4,8 @@
 
 namespace brindle {
 
-/// The user's folders for what the program keeps. Absolute paths; the folders need not exist yet, and what is made in
-/// them is for the user alone.
+/// The user's folders for what the program keeps. Absolute paths; the folders need not exist yet, and what is
+/// made in them is for the user alone.
 class Directories
 {
 public:

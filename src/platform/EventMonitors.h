@@ -23,8 +23,7 @@ enum class EventKind : quint32 {
 
 using EventMask = quint32;
 
-template<typename... Kinds>
-constexpr EventMask eventMask(Kinds... kinds)
+template <typename... Kinds> constexpr EventMask eventMask(Kinds... kinds)
 {
     return (EventMask(0) | ... | static_cast<EventMask>(kinds));
 }
@@ -38,7 +37,8 @@ inline constexpr quint32 command = 1U << 20;
 inline constexpr quint32 any = shift | control | option | command;
 } // namespace ModifierFlag
 
-/// The key codes that the program looks at. Each platform maps its own codes to these, and all else to `other`.
+/// The key codes that the program looks at. Each platform maps its own codes to these, and all else to
+/// `other`.
 namespace KeyCode {
 inline constexpr int other = -1;
 inline constexpr int space = 49;
@@ -65,12 +65,13 @@ struct InputEvent
     QString charactersIgnoringModifiers;
     bool isARepeat = false;
 
-    /// Of local events: where in the panel, in points from its top left corner, y downwards; and whether the event belongs to
-    /// the panel at all (it may belong to another window of the program).
+    /// Of local events: where in the panel, in points from its top left corner, y downwards; and whether the
+    /// event belongs to the panel at all (it may belong to another window of the program).
     QPointF locationInPanel;
     bool isInPanel = false;
 
-    /// Of scrolls. A positive vertical delta moves the content down. Points for precise deltas, notches otherwise.
+    /// Of scrolls. A positive vertical delta moves the content down. Points for precise deltas, notches
+    /// otherwise.
     quint32 phase = ScrollPhase::none;
     quint32 momentumPhase = ScrollPhase::none;
     double scrollingDeltaX = 0;
@@ -80,9 +81,9 @@ struct InputEvent
 
 /// Watches the pointer and the keys, in this program and in all others.
 ///
-/// A monitor lasts as long as its subscription; one that the system does not grant comes back empty. Handlers run on the main
-/// thread. Global monitors see only events that go to other programs and cannot change them; motion is coalesced, and
-/// nothing is watched while there is no monitor for it.
+/// A monitor lasts as long as its subscription; one that the system does not grant comes back empty. Handlers
+/// run on the main thread. Global monitors see only events that go to other programs and cannot change them;
+/// motion is coalesced, and nothing is watched while there is no monitor for it.
 class EventMonitors
 {
 public:
@@ -92,8 +93,8 @@ public:
 
     /// Where the pointer is, in the coordinates of `Screens`.
     virtual QPointF mouseLocation() const = 0;
-    /// Bit 0 is the primary button, bit 1 the secondary, bit 2 the middle one. Asks the system: the answer holds during
-    /// drags of other programs too.
+    /// Bit 0 is the primary button, bit 1 the secondary, bit 2 the middle one. Asks the system: the answer
+    /// holds during drags of other programs too.
     virtual quint32 pressedMouseButtons() const = 0;
 
     [[nodiscard]] virtual Subscription addGlobalMonitor(

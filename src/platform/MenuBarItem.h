@@ -21,8 +21,8 @@ struct MenuEntry
     bool isDivider() const { return title.isEmpty(); }
 };
 
-/// The standing entry of the program in the desktop's bar: a symbol with a menu. A desktop that has no place for it shows
-/// nothing, and the item appears by itself once there is one. Main thread.
+/// The standing entry of the program in the desktop's bar: a symbol with a menu. A desktop that has no place
+/// for it shows nothing, and the item appears by itself once there is one. Main thread.
 class MenuBarItem
 {
 public:

@@ -23,7 +23,8 @@ struct PanelStyle;
 
 /// Everything that the operating system supplies, as the container takes it.
 ///
-/// All ports live as long as the platform and are the platform's own; what a machine lacks is a null object. Main thread.
+/// All ports live as long as the platform and are the platform's own; what a machine lacks is a null object.
+/// Main thread.
 class Platform
 {
 public:

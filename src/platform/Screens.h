@@ -9,8 +9,8 @@
 
 namespace brindle {
 
-/// A display, in the program's coordinates: points, origin at the bottom left of the primary display, y upwards.
-/// A rectangle's `top()` is its lower edge there, and `top() + height()` its upper one.
+/// A display, in the program's coordinates: points, origin at the bottom left of the primary display, y
+/// upwards. A rectangle's `top()` is its lower edge there, and `top() + height()` its upper one.
 struct Screen
 {
     QString localizedName;

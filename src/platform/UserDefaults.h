@@ -9,13 +9,13 @@
 
 namespace brindle {
 
-/// The user's preferences: a persistent map from keys to booleans, integers, doubles, strings, string lists and
-/// dates (`QDateTime` in a `QVariant`).
+/// The user's preferences: a persistent map from keys to booleans, integers, doubles, strings, string lists
+/// and dates (`QDateTime` in a `QVariant`).
 ///
-/// A read takes the stored value, else the registered one, else the type's zero; a stored value of the wrong type reads
-/// as the type's zero (numbers and booleans convert into each other). Registered values are never persisted. A write is seen by
-/// the next read at once and reaches the disk soon after, by itself; a failed write leaves the value in memory. Main
-/// thread only. Nothing here fails.
+/// A read takes the stored value, else the registered one, else the type's zero; a stored value of the wrong
+/// type reads as the type's zero (numbers and booleans convert into each other). Registered values are never
+/// persisted. A write is seen by the next read at once and reaches the disk soon after, by itself; a failed
+/// write leaves the value in memory. Main thread only. Nothing here fails.
 class UserDefaults
 {
 public:
