@@ -1,6 +1,8 @@
 #include "foundation/DeadlineQueue.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 namespace brindle {
 
@@ -103,26 +105,19 @@ qsizetype DeadlineQueue::size() const
     return qsizetype(m_entries->waiting.size());
 }
 
-bool DeadlineQueue::runNext(double now)
+std::function<void()> DeadlineQueue::takeDue(double now)
 {
     const auto first = m_entries->waiting.begin();
     if (first == m_entries->waiting.end() || first->first.first > now)
-        return false;
-    const auto entries = m_entries;
+        return {};
     const std::shared_ptr<Entry> entry = first->second;
     const double deadline = first->first.first;
-    entries->remove(*entry);
-    if (entry->interval <= 0) {
-        // The work may drop the handle, and with it whatever it captured.
-        const auto work = std::move(entry->work);
-        work();
-        return true;
-    }
+    m_entries->remove(*entry);
+    if (entry->interval <= 0)
+        return std::move(entry->work);
     const double next = deadline + entry->interval;
-    entries->insert(entry, next > now ? next : now + entry->interval);
-    const auto work = entry->work;
-    work();
-    return true;
+    m_entries->insert(entry, next > now ? next : now + entry->interval);
+    return entry->work;
 }
 
 } // namespace brindle

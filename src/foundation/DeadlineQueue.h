@@ -4,10 +4,8 @@
 
 #include <QtGlobal>
 
-#include <map>
 #include <memory>
 #include <optional>
-#include <utility>
 
 namespace brindle {
 
@@ -28,8 +26,9 @@ public:
     std::optional<double> latestWakeUp() const;
     qsizetype size() const;
 
-    /// Runs the piece of work with the nearest deadline, if that is not after `now`. False when none is due.
-    bool runNext(double now);
+    /// Takes the work with the nearest deadline, for the caller to run; empty when none is due at `now`.
+    /// Repeated work waits for its next time already.
+    std::function<void()> takeDue(double now);
 
     struct Entries;
 

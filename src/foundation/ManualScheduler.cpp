@@ -4,7 +4,7 @@
 
 namespace brindle {
 
-ManualScheduler::ManualScheduler(Date start) : m_now(start) { }
+ManualScheduler::ManualScheduler(Date start) : m_atZeroUptime(start) { }
 
 Delay ManualScheduler::after(double seconds, std::function<void()> work)
 {
@@ -26,18 +26,15 @@ void ManualScheduler::post(std::function<void()> work)
 void ManualScheduler::advance(double seconds)
 {
     const double end = m_uptime + seconds;
-    const auto passTo = [this](double uptime) {
-        m_now = m_now + (uptime - m_uptime);
-        m_uptime = uptime;
-    };
     runPosted();
     for (auto next = m_queue.nearestDeadline(); next && *next <= end; next = m_queue.nearestDeadline()) {
-        passTo(std::max(*next, m_uptime));
-        m_queue.runNext(m_uptime);
+        m_uptime = std::max(*next, m_uptime);
+        const auto work = m_queue.takeDue(m_uptime);
         ++m_wakeUps;
+        work();
         runPosted();
     }
-    passTo(end);
+    m_uptime = end;
 }
 
 void ManualScheduler::runPosted()

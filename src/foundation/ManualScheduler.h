@@ -15,7 +15,7 @@ class ManualScheduler : public Scheduler
 public:
     explicit ManualScheduler(Date start = Date::fromReferenceSeconds(0));
 
-    Date now() const override { return m_now; }
+    Date now() const override { return m_atZeroUptime + m_uptime; }
     double uptime() const override { return m_uptime; }
     [[nodiscard]] Delay after(double seconds, std::function<void()> work) override;
     [[nodiscard]] Delay every(double seconds, double tolerance, std::function<void()> work) override;
@@ -27,7 +27,7 @@ public:
     /// Runs what was posted, also what that posts in turn.
     void runPosted();
     /// Moves the wall clock, as a user or a time server would; delays do not notice.
-    void jumpWallClock(double seconds) { m_now = m_now + seconds; }
+    void jumpWallClock(double seconds) { m_atZeroUptime = m_atZeroUptime + seconds; }
 
     /// How many delays wait.
     qsizetype pendingCount() const { return m_queue.size(); }
@@ -35,7 +35,7 @@ public:
     quint64 wakeUps() const { return m_wakeUps; }
 
 private:
-    Date m_now;
+    Date m_atZeroUptime;
     double m_uptime = 0;
     quint64 m_wakeUps = 0;
     DeadlineQueue m_queue;

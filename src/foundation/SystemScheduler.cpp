@@ -58,21 +58,19 @@ Delay SystemScheduler::add(double seconds, double interval, double tolerance, st
 
 void SystemScheduler::post(std::function<void()> work)
 {
-    bool isFirst = false;
+    // Made before the lock, so that the lock orders it before its end on the main thread.
+    auto *wakeUp = new QEvent(postedEvent);
     {
         const std::scoped_lock lock(m_postedMutex);
-        isFirst = m_posted.empty();
         m_posted.push_back(std::move(work));
     }
-    // One event for however many pieces of work: the turn that it brings runs them all.
-    if (isFirst)
-        QCoreApplication::postEvent(this, new QEvent(postedEvent));
+    QCoreApplication::postEvent(this, wakeUp);
 }
 
 bool SystemScheduler::event(QEvent *event)
 {
     if (event->type() == postedEvent) {
-        runPosted();
+        runNextPosted();
         return true;
     }
     if (event->type() == QEvent::Timer && static_cast<QTimerEvent *>(event)->timerId() == m_timer.timerId()) {
@@ -104,19 +102,23 @@ void SystemScheduler::runDue()
     m_armedFor.reset();
     // Work that is added meanwhile waits for the next turn, so that nothing can keep this one from ending.
     const double moment = uptime();
-    while (m_queue.runNext(moment)) { }
+    for (auto work = m_queue.takeDue(moment); work; work = m_queue.takeDue(moment)) {
+        // The work may run an event loop of its own, which the rest must not miss.
+        arm();
+        work();
+    }
     arm();
 }
 
-void SystemScheduler::runPosted()
+void SystemScheduler::runNextPosted()
 {
-    std::deque<std::function<void()>> posted;
+    std::function<void()> work;
     {
         const std::scoped_lock lock(m_postedMutex);
-        posted.swap(m_posted);
+        work = std::move(m_posted.front());
+        m_posted.pop_front();
     }
-    for (const auto &work : posted)
-        work();
+    work();
 }
 
 } // namespace brindle

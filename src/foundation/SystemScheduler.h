@@ -35,7 +35,7 @@ private:
     Delay add(double seconds, double interval, double tolerance, std::function<void()> work);
     void arm();
     void runDue();
-    void runPosted();
+    void runNextPosted();
 
     DeadlineQueue m_queue;
     QBasicTimer m_timer;
