@@ -29,6 +29,33 @@ class Screen(SystemTest):
         wait_until(self.island.is_open, "the island to open")
 
 
+class Scaled(SystemTest):
+    """Two pixels for a point."""
+
+    DESKTOP = {"size": (2560, 1440)}
+    SCALE = 2
+
+    def setUp(self):
+        super().setUp()
+        self.below = self.keep(Peer(self.screen, 0, 0, self.screen.size[0], 900))
+
+    def test_the_island_has_its_size_in_points(self):
+        wait_until(self.island.is_closed, "the closed island")
+        self.assertEqual(self.island.place, (340, 16, 1880, 600))
+
+    def test_clicks_fall_through_beside_the_shape_and_not_on_it(self):
+        beside = [self.island.point(*offset) for offset in ((-134, 20), (134, 20), (0, 42), (-400, 250))]
+        for spot in beside:
+            self.pointer.click(*spot)
+        for offset in ((0, 20), (-112, 20), (112, 20)):
+            self.pointer.click(*self.island.point(*offset))
+        self.assertEqual(self.below.look().presses, beside)
+
+    def test_hover_opens_up_to_the_corner_of_the_closed_shape(self):
+        self.pointer.move(*self.island.point(128, 34))
+        wait_until(self.island.is_open, "the island to open")
+
+
 class OtherWindows(SystemTest):
     def test_the_island_stands_over_a_full_screen_window_and_opens_there(self):
         film = self.keep(Peer(self.screen, 0, 0, 640, 480, full_screen=True))
@@ -43,6 +70,13 @@ class OtherWindows(SystemTest):
     def test_a_window_that_comes_later_does_not_cover_the_island(self):
         self.keep(Peer(self.screen, 200, 0, 800, 600))
         wait_until(self.island.is_closed, "the island over the window")
+
+    def test_the_island_is_on_every_workspace(self):
+        self.addCleanup(self.screen.go_to_workspace, 0)
+        self.screen.go_to_workspace(1)
+        wait_until(self.island.is_closed, "the island on the second workspace")
+        self.pointer.move(*self.island.centre)
+        wait_until(self.island.is_open, "the island to open there")
 
     def test_the_island_is_no_entry_of_the_task_bar_or_the_pager(self):
         self.assertNotIn(self.program.window.id, self.listed() - self.skipped())

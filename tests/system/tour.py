@@ -37,7 +37,7 @@ class Tour:
         """The screen after a quarter of a second without a change; what moves for ever is taken as it comes."""
         before, since, deadline = None, time.monotonic(), time.monotonic() + seconds
         while time.monotonic() < deadline:
-            now = self.session.screen.picture()
+            now = self.session.screen.picture(pointer=True)
             if now != before:
                 before, since = now, time.monotonic()
             elif time.monotonic() - since > 0.25:

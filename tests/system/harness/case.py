@@ -13,6 +13,7 @@ class SystemTest(unittest.TestCase):
 
     DESKTOP = {}  # what `Session` is told
     PREFERENCES = {}  # what the program finds stored
+    SCALE = 1  # pixels for a point
     STARTED = True  # whether the program runs when the test begins
 
     @classmethod
@@ -23,7 +24,7 @@ class SystemTest(unittest.TestCase):
 
     def setUp(self):
         self.away()
-        self.program = Program(self.session, os.environ["VELMORA_PROGRAM"])
+        self.program = Program(self.session, os.environ["VELMORA_PROGRAM"], scale=self.SCALE)
         self.addCleanup(self.program.end)
         if self.PREFERENCES:
             self.program.prefer(**self.PREFERENCES)

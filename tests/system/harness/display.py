@@ -9,6 +9,7 @@ import zlib
 
 from Xlib import X, XK, Xatom, display
 from Xlib.ext import shape, xtest
+from Xlib.protocol import event
 
 from .processes import Child, wait_until
 
@@ -48,12 +49,17 @@ class XServer:
         return [XORG, "-displayfd", writer, "-config", config, "-configdir", folder / "xorg.d", "-logfile",
                 folder / "xorg.log", "-noreset", "-nolisten", "tcp", "-novtswitch", "-sharevts"]
 
-    def picture(self, area=None):
-        """What the screen shows now; `area` is x, y, width, height."""
+    def picture(self, area=None, pointer=False):
+        """What the screen shows now; `area` is x, y, width, height. The pointer is no pixel of the screen: it is
+        drawn in when asked for."""
         geometry = self.root.get_geometry()
         x, y, width, height = area or (0, 0, geometry.width, geometry.height)
         image = self.root.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFFFF)
-        return Picture(width, height, image.data)
+        picture = Picture(width, height, image.data)
+        if pointer:
+            self.connection.xfixes_query_version()
+            picture.draw(self.connection.xfixes_get_cursor_image(self.root), x, y)
+        return picture
 
     def wallpaper(self, light=(0xE9, 0xD8, 0xC4), dark=(0x6F, 0x8F, 0xA8)):
         """A plain slanting gradient in the place of the server's grey."""
@@ -70,6 +76,15 @@ class XServer:
             self.root.change_property(self.connection.intern_atom(name), Xatom.PIXMAP, 32, [pixmap.id])
         self.root.clear_area()
         self.connection.sync()
+
+    def go_to_workspace(self, number):
+        """Asks the window manager for another workspace and waits for it."""
+        self.root.send_event(
+            event.ClientMessage(window=self.root, client_type=self.connection.intern_atom("_NET_CURRENT_DESKTOP"),
+                                data=(32, [number, X.CurrentTime, 0, 0, 0])),
+            event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.connection.flush()
+        wait_until(lambda: self.property_of(self.root, "_NET_CURRENT_DESKTOP") == [number], f"workspace {number}")
 
     def property_of(self, window, name, kind=X.AnyPropertyType):
         value = window.get_full_property(self.connection.intern_atom(name), kind)
@@ -215,12 +230,25 @@ class Picture:
         self.width, self.height, self._data = width, height, data
 
     def __eq__(self, other):
-        return (self.width, self.height, self._data) == (other.width, other.height, other._data)
+        return isinstance(other, Picture) and (self.width, self._data) == (other.width, other._data)
 
     def at(self, x, y):
         offset = 4 * (y * self.width + x)
         blue, green, red = self._data[offset:offset + 3]
         return red, green, blue
+
+    def draw(self, cursor, left, top):
+        """Lays a pointer's image over a picture whose corner is at `left`, `top` of the screen."""
+        data = bytearray(self._data)
+        for index, pixel in enumerate(cursor.cursor_image):
+            x = cursor.x - cursor.xhot + index % cursor.width - left
+            y = cursor.y - cursor.yhot + index // cursor.width - top
+            if 0 <= x < self.width and 0 <= y < self.height:
+                offset, transparent = 4 * (y * self.width + x), 255 - (pixel >> 24)
+                for channel in range(3):  # the colours are multiplied by their alpha already
+                    data[offset + channel] = min(255, (pixel >> 8 * channel & 255)
+                                                 + data[offset + channel] * transparent // 255)
+        self._data = bytes(data)
 
     def is_black(self, x, y, tolerance=12):
         return max(self.at(x, y)) <= tolerance

@@ -95,8 +95,8 @@ class Session:
 class Program:
     """The program under test with a home of its own. Starting it again finds what it kept."""
 
-    def __init__(self, session, path, name="program"):
-        self.session, self.path = session, Path(path)
+    def __init__(self, session, path, name="program", scale=1):
+        self.session, self.path, self.scale = session, Path(path), scale
         self.home = session.folder / f"{name}-home"
         shutil.rmtree(self.home, ignore_errors=True)
         self.config = self.home / ".config"
@@ -104,6 +104,8 @@ class Program:
         self.log = session.folder / f"{name}.log"
         self.environment = session.environment | home_environment(self.home)
         self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        if scale != 1:
+            self.environment["QT_SCALE_FACTOR"] = str(scale)
         self.process = self.window = None
 
     @property
@@ -140,12 +142,12 @@ class Program:
         """Its windows that have the island's size."""
         def is_panel(window):
             geometry = window.get_geometry()
-            return (geometry.width, geometry.height) == PANEL
+            return (geometry.width, geometry.height) == tuple(round(size * self.scale) for size in PANEL)
         return [window for window in self.session.screen.windows(self.pid) if is_panel(window)]
 
     @property
     def island(self):
-        return Island(self.session.screen, self.window)
+        return Island(self.session.screen, self.window, self.scale)
 
     def tree(self):
         return self.session.reader.read(self.pid)
@@ -167,28 +169,29 @@ class Program:
 
 
 class Island:
-    """The island as a person sees it: black pixels at the top of the screen. Coordinates are the screen's."""
+    """The island as a person sees it: black pixels at the top of the screen. Lengths are points, positions pixels of
+    the screen."""
 
     CLOSED, OPEN = (260, 38), PANEL
     SHOULDER = 14  # on each side, when closed
 
-    def __init__(self, screen, window):
-        self._screen, self.window = screen, window
+    def __init__(self, screen, window, scale=1):
+        self._screen, self.window, self._scale = screen, window, scale
 
     @property
     def place(self):
+        """Position and size of its window, in pixels."""
         return self._screen.place(self.window)
 
     @property
     def centre(self):
         """The middle of the closed island."""
-        x, y, width, _ = self.place
-        return x + width // 2, y + self.CLOSED[1] // 2
+        return self.point(0, self.CLOSED[1] / 2)
 
     def point(self, dx, dy):
-        """A point by its distance from the middle of the upper edge."""
+        """A place by its distance in points from the middle of the upper edge."""
         x, y, width, _ = self.place
-        return x + width // 2 + dx, y + dy
+        return round(x + width / 2 + dx * self._scale), round(y + dy * self._scale)
 
     def is_black(self, dx, dy):
         return self._screen.picture((*self.point(dx, dy), 1, 1)).is_black(0, 0)
@@ -204,17 +207,14 @@ class Island:
 
     def body(self):
         """The width of the black body at half the closed height; None while nothing is drawn."""
-        x, y, width, _ = self._visible()
-        run = self._screen.picture((x, y + self.CLOSED[1] // 2, width, 1)).black_run(0)
-        return run and run[1] - run[0]
-
-    def closed_body(self, width=260):
-        """What `body` is for a closed island of this width."""
-        return width - 2 * self.SHOULDER
+        left, _, width, _ = self._visible()
+        run = self._screen.picture((left, self.centre[1], width, 1)).black_run(0)
+        return run and (run[1] - run[0]) / self._scale
 
     def is_closed(self, width=260):
+        """At rest with this width, to a pixel."""
         body = self.body()
-        return body is not None and abs(body - self.closed_body(width)) <= 1 and not self.is_black(0, 150)
+        return body is not None and abs(body - (width - 2 * self.SHOULDER)) <= 1 and not self.is_black(0, 150)
 
     def is_open(self):
         """Fully, with the animation over but for its last pixel."""
