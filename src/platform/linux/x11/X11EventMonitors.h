@@ -1,0 +1,63 @@
+#pragma once
+
+#include "foundation/Lifetime.h"
+#include "foundation/Scheduler.h"
+#include "platform/EventMonitors.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+
+#include <map>
+#include <memory>
+
+class QWindow;
+
+namespace brindle {
+
+/// Watches the X server's raw input for what goes to other programs, and Qt's events for what comes to this
+/// one.
+class X11EventMonitors : public QObject, public EventMonitors, private QAbstractNativeEventFilter
+{
+    Q_OBJECT
+
+public:
+    explicit X11EventMonitors(Scheduler &scheduler, QObject *parent = nullptr);
+    ~X11EventMonitors() override;
+
+    QPointF mouseLocation() const override;
+    quint32 pressedMouseButtons() const override;
+    [[nodiscard]] Subscription addGlobalMonitor(
+        EventMask mask, std::function<void(const InputEvent &)> handler) override;
+    [[nodiscard]] Subscription addLocalMonitor(
+        EventMask mask, std::function<Disposition(const InputEvent &)> handler) override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    struct Monitor
+    {
+        EventMask mask;
+        std::function<Disposition(const InputEvent &)> handler;
+    };
+    using Monitors = std::map<quint64, Monitor>;
+
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+    Subscription add(Monitors X11EventMonitors::*monitors, Monitor monitor);
+    bool send(const Monitors &monitors, const InputEvent &event);
+    void monitorsChanged();
+    void rawMotion();
+    void rawPress(int button);
+    static EventMask maskOf(const Monitors &monitors);
+
+    Scheduler &m_scheduler;
+    int m_inputOpcode = 0;
+    Monitors m_global;
+    Monitors m_local;
+    quint64 m_lastNumber = 0;
+    bool m_filtersLocalEvents = false;
+    Delay m_motion;
+    Lifetime m_lifetime;
+};
+
+} // namespace brindle

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdlib>
+#include <memory>
+#include <xcb/xcb.h>
+
+namespace brindle {
+
+struct FreeReply
+{
+    void operator()(void *reply) const { std::free(reply); }
+};
+
+/// A reply of the X server, freed by itself; null when the request failed or the connection is gone.
+template <typename Reply> using XcbReply = std::unique_ptr<Reply, FreeReply>;
+
+/// The application's connection to the X server, as the X11 parts share it. Main thread.
+namespace Xcb {
+/// Null when the program does not run on X11.
+xcb_connection_t *connection();
+xcb_window_t root();
+xcb_atom_t atom(const char *name);
+/// The window that has the keyboard, or one of the server's constants for none.
+xcb_window_t focusedWindow();
+/// Whether the window exists and is visible, so that it can take the keyboard.
+bool isViewable(xcb_window_t window);
+} // namespace Xcb
+
+} // namespace brindle
