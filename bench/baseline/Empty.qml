@@ -5,5 +5,5 @@ Window {
     height: 300
     visible: true
     color: "transparent"
-    flags: Qt.FramelessWindowHint | Qt.Tool | Qt.WindowStaysOnTopHint | Qt.BypassWindowManagerHint
+    flags: Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint | Qt.BypassWindowManagerHint | Qt.NoDropShadowWindowHint
 }

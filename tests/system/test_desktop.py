@@ -1,8 +1,10 @@
 """What a desktop does to the island: screens, compositors, full-screen windows, no buses."""
 
 import os
+import time
 import unittest
 
+from harness.buses import DesktopSettings
 from harness.case import SystemTest
 from harness.peer import Peer
 from harness.processes import wait_until
@@ -141,6 +143,43 @@ class CompositorComesAndGoes(SystemTest):
         self.assertEqual(below.look().presses, [far])
         self.pointer.move(*self.island.centre)
         wait_until(self.island.is_open, "the island to open")
+
+
+class ReducedMotion(SystemTest):
+    """The desktop's wish for fewer animations, at the start and while the program runs."""
+
+    STARTED = False
+    QUICK = 0.35  # seconds; the spring takes longer, the plain movement a third of it
+
+    def setUp(self):
+        super().setUp()
+        self.settings = self.keep(DesktopSettings(self.session.folder, self.session.environment,
+                                                  self.session.session_bus))
+
+    def opening_time(self):
+        """From the first change of the picture to the last."""
+        self.pointer.move(*self.island.centre)
+        wait_until(self.island.is_opening, "the island to begin to open")
+        began = time.monotonic()
+        wait_until(self.island.is_open, "the island to open")
+        taken = time.monotonic() - began
+        self.away()
+        wait_until(self.island.is_closed, "the island to close")
+        return taken
+
+    def test_a_desktop_without_animations_opens_the_island_quickly(self):
+        self.settings.start(animations=False)
+        self.program.start()
+        wait_until(lambda: self.opening_time() < self.QUICK, "a quick opening")
+
+    def test_the_wish_is_followed_while_running(self):
+        self.settings.start(animations=True)
+        self.program.start()
+        self.assertGreater(self.opening_time(), self.QUICK)
+        self.settings.animate(False)
+        wait_until(lambda: self.opening_time() < self.QUICK, "a quick opening")
+        self.settings.animate(True)
+        wait_until(lambda: self.opening_time() > self.QUICK, "an opening with the spring")
 
 
 class NoBuses(unittest.TestCase):
