@@ -30,11 +30,15 @@ std::unique_ptr<QQuickWindow> makeWindow(const PanelStyle &style)
 
 } // namespace
 
-X11PanelWindow::X11PanelWindow(const PanelStyle &style)
+X11PanelWindow::X11PanelWindow(const PanelStyle &style, Scheduler &scheduler)
     : m_style(style)
     , m_window(makeWindow(style))
     , m_shape(*m_window)
-{ }
+    , m_stacking(*m_window, scheduler)
+{
+    connect(&m_compositor, &X11Compositor::isRunningChanged, this, &X11PanelWindow::followCompositor);
+    followCompositor();
+}
 
 X11PanelWindow::~X11PanelWindow() = default;
 
@@ -99,6 +103,14 @@ void X11PanelWindow::setInputShape(const QPainterPath &shape)
 QQuickWindow *X11PanelWindow::contentWindow()
 {
     return m_window.get();
+}
+
+// Without a compositor what should be transparent is black, so that the window may be no larger than what it
+// shows.
+void X11PanelWindow::followCompositor()
+{
+    m_shape.setCutsDrawing(!m_compositor.isRunning());
+    m_window->update();
 }
 
 // Only what the panel still has is its to give: whoever took the keyboard meanwhile keeps it.

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/PanelWindow.h"
+#include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11InputShape.h"
+#include "platform/linux/x11/X11Stacking.h"
 
 #include <memory>
 #include <xcb/xcb.h>
@@ -17,7 +19,7 @@ class X11PanelWindow : public PanelWindow
     Q_OBJECT
 
 public:
-    explicit X11PanelWindow(const PanelStyle &style);
+    X11PanelWindow(const PanelStyle &style, Scheduler &scheduler);
     ~X11PanelWindow() override;
 
     QRectF frame() const override;
@@ -31,11 +33,14 @@ public:
     QQuickWindow *contentWindow() override;
 
 private:
+    void followCompositor();
     void giveKeyboardBack();
 
     PanelStyle m_style;
     std::unique_ptr<QQuickWindow> m_window;
     X11InputShape m_shape;
+    X11Compositor m_compositor;
+    X11Stacking m_stacking;
     bool m_isPlaced = false;
     /// Who had the keyboard before the panel took it.
     xcb_window_t m_focusBefore = XCB_INPUT_FOCUS_NONE;
