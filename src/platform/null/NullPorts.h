@@ -1,0 +1,101 @@
+#pragma once
+
+#include "platform/AccessibilitySettings.h"
+#include "platform/BluetoothDevices.h"
+#include "platform/EventMonitors.h"
+#include "platform/Haptics.h"
+#include "platform/LoginItem.h"
+#include "platform/MenuBarItem.h"
+#include "platform/PowerSources.h"
+#include "platform/Screens.h"
+
+namespace brindle {
+
+// What stands in for a part that the machine lacks: it keeps the port's promises and does nothing.
+
+class NullHaptics : public Haptics
+{
+public:
+    void performFeedback(Pattern, PerformanceTime) override { }
+};
+
+class NullPowerSources : public PowerSources
+{
+public:
+    std::optional<QList<std::optional<QVariantMap>>> sources() const override { return std::nullopt; }
+    [[nodiscard]] Subscription notify(std::function<void()>) override { return {}; }
+};
+
+class NullBluetoothDevices : public BluetoothDevices
+{
+public:
+    std::shared_ptr<BluetoothNotification> registerForConnectNotifications(Handler) override
+    {
+        return std::make_shared<Registration>();
+    }
+    std::shared_ptr<BluetoothNotification> registerForDisconnectNotification(
+        const BluetoothDevice &, Handler) override
+    {
+        return nullptr;
+    }
+
+private:
+    class Registration : public BluetoothNotification
+    {
+    public:
+        void unregister() override { }
+    };
+};
+
+class NullLoginItem : public LoginItem
+{
+public:
+    Status status() const override { return Status::notFound; }
+    [[nodiscard]] bool registerItem() override { return false; }
+    [[nodiscard]] bool unregisterItem() override { return false; }
+};
+
+class NullMenuBarItem : public MenuBarItem
+{
+public:
+    void install(const QString &, const QList<MenuEntry> &) override { }
+};
+
+class NullAccessibilitySettings : public AccessibilitySettings
+{
+    Q_OBJECT
+
+public:
+    using AccessibilitySettings::AccessibilitySettings;
+
+    bool reduceMotion() const override { return false; }
+};
+
+class NullScreens : public Screens
+{
+    Q_OBJECT
+
+public:
+    using Screens::Screens;
+
+    QList<Screen> screens() const override { return {}; }
+    std::optional<Screen> mainScreen() const override { return std::nullopt; }
+};
+
+class NullEventMonitors : public EventMonitors
+{
+public:
+    QPointF mouseLocation() const override { return {}; }
+    quint32 pressedMouseButtons() const override { return 0; }
+    [[nodiscard]] Subscription addGlobalMonitor(EventMask, std::function<void(const InputEvent &)>) override
+    {
+        return {};
+    }
+    [[nodiscard]] Subscription addLocalMonitor(
+        EventMask, std::function<Disposition(const InputEvent &)>) override
+    {
+        return {};
+    }
+};
+
+} // namespace brindle
