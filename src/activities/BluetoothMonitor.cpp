@@ -58,6 +58,8 @@ BluetoothMonitor::~BluetoothMonitor()
 
 void BluetoothMonitor::start()
 {
+    if (m_connectNotification)
+        m_connectNotification->unregister();
     m_connectNotification = m_devices.registerForConnectNotifications(
         [this](const BluetoothDevice &device) { deviceConnected(device); });
 }
