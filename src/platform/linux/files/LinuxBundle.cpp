@@ -1,0 +1,39 @@
+#include "platform/linux/files/LinuxBundle.h"
+
+#include "foundation/Files.h"
+#include "foundation/Json.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace brindle {
+
+LinuxBundle::LinuxBundle(const QStringList &folders) : m_folders(folders)
+{
+    const auto path = resourcePath(QStringLiteral("Info.json"));
+    const auto text = path ? Files::read(*path) : std::nullopt;
+    const auto info = text ? Json::decodeObject(*text) : std::nullopt;
+    m_info = info.value_or(QJsonObject()).toVariantMap();
+}
+
+std::optional<QString> LinuxBundle::resourcePath(const QString &name) const
+{
+    const QString clean = QDir::cleanPath(name);
+    if (name.isEmpty() || QDir::isAbsolutePath(clean) || clean == u".." || clean.startsWith(u"../"))
+        return std::nullopt;
+    for (const QString &folder : m_folders) {
+        const QString path = folder + u'/' + clean;
+        if (QFileInfo(path).isFile())
+            return path;
+    }
+    return std::nullopt;
+}
+
+QStringList LinuxBundle::usualFolders()
+{
+    const QString program = QCoreApplication::applicationDirPath();
+    return {QStringLiteral(":/brindle"), QDir::cleanPath(program + QStringLiteral("/../share/velmora"))};
+}
+
+} // namespace brindle

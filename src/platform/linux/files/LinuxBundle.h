@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Bundle.h"
+
+#include <QStringList>
+#include <QVariantMap>
+
+namespace brindle {
+
+/// What is shipped with the program: compiled into it, or installed beside it where other programs must find
+/// it.
+class LinuxBundle : public Bundle
+{
+public:
+    /// Folders that hold resources, asked in this order. The information dictionary is "Info.json" in the
+    /// first that has one.
+    explicit LinuxBundle(const QStringList &folders = usualFolders());
+
+    std::optional<QString> resourcePath(const QString &name) const override;
+    QVariant infoValue(const QString &key) const override { return m_info.value(key); }
+
+    /// Within the program, then "share/velmora" beside the folder of the program.
+    static QStringList usualFolders();
+
+private:
+    QStringList m_folders;
+    QVariantMap m_info;
+};
+
+} // namespace brindle
