@@ -25,10 +25,8 @@ DbusMock::DbusMock(
     : DbusMock(bus, name, templateArguments(templateName, parameters))
 { }
 
-DbusMock DbusMock::bare(PrivateBus &bus, const QString &name, const QString &path, const QString &interface)
-{
-    return DbusMock(bus, name, {name, path, interface});
-}
+DbusMock::DbusMock(const Bare &bare) : DbusMock(bare.bus, bare.name, {bare.name, bare.path, bare.interface})
+{ }
 
 DbusMock::DbusMock(PrivateBus &bus, const QString &name, const QStringList &arguments)
     : m_bus(bus)

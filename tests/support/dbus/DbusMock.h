@@ -17,8 +17,15 @@ public:
     /// Plays the daemon that `templateName` knows; `parameters` is JSON.
     DbusMock(
         PrivateBus &bus, const QString &name, const QString &templateName, const QString &parameters = {});
-    /// Plays a daemon with one bare object.
-    static DbusMock bare(PrivateBus &bus, const QString &name, const QString &path, const QString &interface);
+    /// Plays a daemon with one object that has nothing yet.
+    struct Bare
+    {
+        PrivateBus &bus;
+        QString name;
+        QString path;
+        QString interface;
+    };
+    explicit DbusMock(const Bare &bare);
     ~DbusMock();
     DbusMock(const DbusMock &) = delete;
     DbusMock &operator=(const DbusMock &) = delete;
