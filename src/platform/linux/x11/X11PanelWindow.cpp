@@ -70,6 +70,7 @@ void X11PanelWindow::orderFrontRegardless()
         m_window->show();
     }
     m_window->raise();
+    xcb_flush(Xcb::connection());
 }
 
 void X11PanelWindow::makeKeyAndOrderFront()
@@ -80,7 +81,11 @@ void X11PanelWindow::makeKeyAndOrderFront()
     if (!m_style.canBecomeKey || isKeyWindow())
         return;
     m_focusBefore = Xcb::focusedWindow();
-    m_window->requestActivate();
+    // The server ignores a request that is older than the last change of focus, and Qt would date this one by the last event
+    // that it saw itself.
+    xcb_set_input_focus(
+        Xcb::connection(), XCB_INPUT_FOCUS_POINTER_ROOT, xcb_window_t(m_window->winId()), XCB_CURRENT_TIME);
+    xcb_flush(Xcb::connection());
     m_window->contentItem()->forceActiveFocus(Qt::ActiveWindowFocusReason);
 }
 

@@ -91,8 +91,11 @@ void X11Stacking::raiseIfCovered()
     const double now = m_scheduler.uptime();
     m_raises = now - m_lastRaise < fightPause ? m_raises + 1 : 1;
     m_lastRaise = now;
-    if (m_raises <= raisesInARow)
+    if (m_raises <= raisesInARow) {
         m_window.raise();
+        // Nothing else may happen for a long time, and Qt would keep the request until then.
+        xcb_flush(Xcb::connection());
+    }
 }
 
 bool X11Stacking::isCovered() const
