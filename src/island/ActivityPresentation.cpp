@@ -1,0 +1,26 @@
+#include "island/ActivityPresentation.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace brindle {
+
+ActivityPresentation ActivityPresentation::of(const SystemActivity &activity)
+{
+    const ActivityContent &content = activity.content;
+    ActivityPresentation result;
+    result.title = content.title;
+    result.detail = content.detail.value_or(QString());
+    result.symbol = content.symbol;
+    result.accessibleName =
+        result.detail.isEmpty() ? result.title : result.title + QStringLiteral(", ") + result.detail;
+    if (content.progress) {
+        result.hasProgress = true;
+        result.progress = *content.progress;
+        result.percent = int(std::lround(std::clamp(*content.progress, 0.0, 1.0) * 100));
+        result.accessibleValue = QStringLiteral("%1 percent").arg(result.percent);
+    }
+    return result;
+}
+
+} // namespace brindle

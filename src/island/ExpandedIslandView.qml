@@ -1,0 +1,47 @@
+import QtQuick
+import Brindle.Ui
+import Brindle.Island
+
+// The open island: the sidebar, the selected tab beside it, and the status bar above both.
+Item {
+    id: root
+
+    required property IslandPresenter island
+
+    SidebarNavigation {
+        id: sidebar
+        island: root.island
+        x: 10
+        y: 42
+        width: 54
+        height: root.island.expanded.height
+        positionInPanel: Qt.point(Math.round((940 - root.width) / 2) + x, y)
+    }
+
+    Stage {
+        id: tabs
+        subject: root.island.expanded.tab
+    }
+    Repeater {
+        model: tabs
+        delegate: StageActor {
+            id: tab
+            stage: tabs
+            motion: root.island.expanded.tabMotion
+            enterScale: 0.985
+            leaveScale: 1.01
+            transformOrigin: tab.isPresent ? Item.Left : Item.Right
+            x: 10 + 54
+            y: 42
+            width: root.width - 2 * 10 - 54
+            height: root.island.expanded.height
+        }
+    }
+
+    ExpandedStatusBar {
+        island: root.island
+        x: 78
+        width: root.width - 78 - 26
+        height: 42
+    }
+}

@@ -1,0 +1,53 @@
+#include "island/IslandPresenter.h"
+
+#include "core/AppContainer.h"
+#include "platform/AccessibilitySettings.h"
+#include "platform/Platform.h"
+
+namespace brindle {
+
+IslandPresenter::IslandPresenter(IslandViewModel &viewModel, QObject *parent)
+    : QObject(parent)
+    , m_viewModel(viewModel)
+    , m_surface(viewModel)
+    , m_collapsed(viewModel.container())
+    , m_expanded(viewModel)
+    , m_statusBar(viewModel.container())
+    , m_clock(viewModel.container().platform().scheduler())
+{
+    connect(&viewModel, &IslandViewModel::selectedTabChanged, this, &IslandPresenter::selectionMotionChanged);
+    connect(&viewModel, &IslandViewModel::selectedTabChanged, this, &IslandPresenter::selectedTabChanged);
+    connect(&viewModel.container().platform().accessibilitySettings(),
+        &AccessibilitySettings::reduceMotionChanged, this, &IslandPresenter::reducesMotionChanged);
+}
+
+Motion IslandPresenter::motionOf(const SelectionAnimation &animation)
+{
+    switch (animation.kind) {
+    case SelectionAnimation::spring:
+        return Motion::makeSpring(animation.response, animation.dampingFraction, animation.blendDuration);
+    case SelectionAnimation::easeInOut:
+        return Motion::makeEaseInOut(animation.duration);
+    case SelectionAnimation::none:
+        break;
+    }
+    return {};
+}
+
+Motion IslandPresenter::selectionMotion() const
+{
+    return motionOf(m_viewModel.selectionAnimation());
+}
+
+bool IslandPresenter::reducesMotion() const
+{
+    return m_viewModel.container().platform().accessibilitySettings().reduceMotion();
+}
+
+void IslandPresenter::tapped()
+{
+    if (!m_viewModel.isExpanded())
+        m_viewModel.expand();
+}
+
+} // namespace brindle

@@ -1,0 +1,50 @@
+#include "ui/Timeline.h"
+
+namespace brindle {
+
+void Timeline::setClock(Clock *clock)
+{
+    if (clock == m_clock)
+        return;
+    m_clock = clock;
+    restart();
+}
+
+void Timeline::setInterval(double seconds)
+{
+    if (seconds == m_interval)
+        return;
+    m_interval = seconds;
+    restart();
+}
+
+void Timeline::setRunning(bool running)
+{
+    if (running == m_isRunning)
+        return;
+    m_isRunning = running;
+    restart();
+}
+
+void Timeline::componentComplete()
+{
+    m_isComplete = true;
+    restart();
+}
+
+void Timeline::restart()
+{
+    m_ticks.cancel();
+    if (!m_isComplete || !m_isRunning || !m_clock)
+        return;
+    m_ticks = m_clock->scheduler().every(m_interval, m_tolerance, [this] { tick(); });
+    tick();
+}
+
+void Timeline::tick()
+{
+    m_date = m_clock->scheduler().now();
+    Q_EMIT ticked();
+}
+
+} // namespace brindle

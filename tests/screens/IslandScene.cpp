@@ -1,0 +1,99 @@
+#include "screens/IslandScene.h"
+
+#include "activities/ActivityCoordinator.h"
+#include "activities/BatteryMonitor.h"
+#include "core/SettingsStore.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QQuickRenderTarget>
+
+#include <cmath>
+
+namespace brindle {
+
+IslandScene::IslandScene(double scale)
+    : m_viewModel(session.container)
+    , m_window(&m_control)
+    , m_panel(session.platform.displays, m_window)
+{
+    m_window.setColor(Qt::transparent);
+    m_window.setGeometry(QRect(QPoint(), IslandSurface::panelSize.toSize()));
+    m_window.contentItem()->setSize(IslandSurface::panelSize);
+    m_content = QImage((IslandSurface::panelSize * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    m_content.setDevicePixelRatio(scale);
+    m_content.fill(Qt::transparent);
+    QQuickRenderTarget target = QQuickRenderTarget::fromPaintDevice(&m_content);
+    target.setDevicePixelRatio(scale);
+    m_window.setRenderTarget(target);
+    session.container.start();
+    m_host = std::make_unique<IslandHost>(m_viewModel, m_panel);
+    content();
+}
+
+IslandScene::~IslandScene() = default;
+
+void IslandScene::pass(double seconds)
+{
+    constexpr int frame = 10;
+    for (int left = int(std::lround(seconds * 1000)); left > 0; left -= frame) {
+        session.advance(frame / 1000.0);
+        // An animation that has been started joins in on the next turn.
+        QCoreApplication::sendPostedEvents();
+        m_frames.advanceBy(frame);
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void IslandScene::open()
+{
+    m_viewModel.expand();
+    settle();
+}
+
+void IslandScene::plug(int percentage, bool onMains, bool charging)
+{
+    session.platform.power.set(
+        QList<std::optional<QVariantMap>>{FakePowerSources::battery(percentage, onMains, charging)});
+    session.turn();
+}
+
+void IslandScene::play(const NowPlayingTrack &track, double volume)
+{
+    session.media->track = track;
+    session.media->volume = volume;
+    Q_EMIT session.media->nowPlayingChanged();
+    Q_EMIT session.media->outputVolumeChanged();
+}
+
+void IslandScene::show(const SystemActivity &activity)
+{
+    session.container.activities().post(activity);
+}
+
+const QImage &IslandScene::content()
+{
+    m_control.polishItems();
+    m_control.beginFrame();
+    m_control.sync();
+    m_control.render();
+    m_control.endFrame();
+    return m_content;
+}
+
+QImage IslandScene::picture()
+{
+    const QImage &island = content();
+    QImage image(island.size(), QImage::Format_RGB32);
+    QPainter painter(&image);
+    QLinearGradient wallpaper(0, 0, 0, image.height());
+    wallpaper.setColorAt(0, QColor(0x9f, 0xb4, 0xc7));
+    wallpaper.setColorAt(1, QColor(0xd9, 0xd2, 0xc5));
+    painter.fillRect(image.rect(), wallpaper);
+    QImage plain = island;
+    plain.setDevicePixelRatio(1);
+    painter.drawImage(0, 0, plain);
+    return image;
+}
+
+} // namespace brindle
