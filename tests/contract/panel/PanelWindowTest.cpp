@@ -11,6 +11,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
 
 namespace brindle {
 namespace {
@@ -29,6 +30,8 @@ struct Kind
 {
     const char *name;
     std::function<std::unique_ptr<World>()> make;
+
+    friend void PrintTo(const Kind &kind, std::ostream *out) { *out << kind.name; }
 };
 
 std::unique_ptr<World> makeFake()

@@ -79,6 +79,17 @@ quint32 scrollPhase(Qt::ScrollPhase phase)
     }
 }
 
+// The server tells lengths for wheels too, and hardly ever says what the device is. But a wheel turns by
+// whole notches and fingers do not.
+bool isSmooth(const QWheelEvent &wheel)
+{
+    if (wheel.pixelDelta().isNull())
+        return false;
+    const auto isWhole = [](int units) { return units % int(unitsOfANotch) == 0; };
+    return wheel.device()->type() == QInputDevice::DeviceType::TouchPad || !isWhole(wheel.angleDelta().x())
+        || !isWhole(wheel.angleDelta().y());
+}
+
 InputEvent wheelEvent(const QWheelEvent &wheel)
 {
     InputEvent event;
@@ -88,9 +99,7 @@ InputEvent wheelEvent(const QWheelEvent &wheel)
         event.momentumPhase = ScrollPhase::changed;
     else
         event.phase = scrollPhase(wheel.phase());
-    // The X server tells smooth scrolling in fractions of a notch; only a device that says pixels is taken by
-    // its word.
-    event.hasPreciseScrollingDeltas = !wheel.pixelDelta().isNull();
+    event.hasPreciseScrollingDeltas = isSmooth(wheel);
     const QPointF delta = event.hasPreciseScrollingDeltas ? QPointF(wheel.pixelDelta())
                                                           : QPointF(wheel.angleDelta()) / unitsOfANotch;
     event.scrollingDeltaX = delta.x();

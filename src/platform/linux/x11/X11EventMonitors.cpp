@@ -57,6 +57,7 @@ EventKind motionKind(quint32 buttons)
 X11EventMonitors::X11EventMonitors(Scheduler &scheduler, QObject *parent)
     : QObject(parent)
     , m_scheduler(scheduler)
+    , m_scroll(scheduler, [this](const InputEvent &end) { send(m_local, end); })
 {
     if (hasInputExtension()) {
         m_inputOpcode = xcb_get_extension_data(Xcb::connection(), &xcb_input_id)->major_opcode;
@@ -198,8 +199,11 @@ bool X11EventMonitors::eventFilter(QObject *watched, QEvent *event)
     // Only what arrives at a window: items get the same events again.
     if (!watched->isWindowType())
         return false;
-    const std::optional<InputEvent> input = localInputEvent(*static_cast<QWindow *>(watched), *event);
-    return input && send(m_local, *input);
+    std::optional<InputEvent> input = localInputEvent(*static_cast<QWindow *>(watched), *event);
+    if (!input)
+        return false;
+    m_scroll.mark(*input);
+    return send(m_local, *input);
 }
 
 } // namespace brindle

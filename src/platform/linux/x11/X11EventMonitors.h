@@ -3,6 +3,7 @@
 #include "foundation/Lifetime.h"
 #include "foundation/Scheduler.h"
 #include "platform/EventMonitors.h"
+#include "platform/linux/x11/ScrollGesture.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
@@ -16,6 +17,10 @@ namespace brindle {
 
 /// Watches the X server's raw input for what goes to other programs, and Qt's events for what comes to this
 /// one.
+///
+/// Raw input does not tell whose it is: a press is held against what lies below the pointer, while motion
+/// over the program's own windows is told to global monitors as well, for another program may have grabbed
+/// it.
 class X11EventMonitors : public QObject, public EventMonitors, private QAbstractNativeEventFilter
 {
     Q_OBJECT
@@ -57,6 +62,7 @@ private:
     quint64 m_lastNumber = 0;
     bool m_filtersLocalEvents = false;
     Delay m_motion;
+    ScrollGesture m_scroll;
     Lifetime m_lifetime;
 };
 

@@ -29,14 +29,16 @@ void X11InputShape::set(const QPainterPath &path)
     if (m_isApplied && path == m_path)
         return;
     m_path = path;
-    const double scale = m_window.devicePixelRatio();
-    const QPolygonF outline = m_path.toFillPolygon(QTransform::fromScale(scale, scale));
-    const QRegion region(outline.toPolygon());
     // Successive frames of an animation often differ by less than a pixel.
-    if (m_isApplied && region == m_region)
+    if (m_isApplied && inDevicePixels() == m_region)
         return;
-    m_region = region;
     apply();
+}
+
+QRegion X11InputShape::inDevicePixels() const
+{
+    const double scale = m_window.devicePixelRatio();
+    return m_path.toFillPolygon(QTransform::fromScale(scale, scale)).toPolygon();
 }
 
 void X11InputShape::setCutsDrawing(bool cuts)
@@ -54,6 +56,7 @@ void X11InputShape::setCutsDrawing(bool cuts)
 
 void X11InputShape::apply()
 {
+    m_region = inDevicePixels();
     if (!m_window.handle())
         return;
     const auto rects = rectangles(m_region);

@@ -18,13 +18,15 @@ public:
     void set(const QPainterPath &path);
     /// Whether the drawing is cut to the shape as well.
     void setCutsDrawing(bool cuts);
-    /// Tells the server again, after the window was made anew or its scale changed.
+    /// Tells the server again, after the window was made or its scale changed.
     void apply();
 
     /// The shape in device pixels.
     const QRegion &region() const { return m_region; }
 
 private:
+    QRegion inDevicePixels() const;
+
     QQuickWindow &m_window;
     QPainterPath m_path;
     QRegion m_region;

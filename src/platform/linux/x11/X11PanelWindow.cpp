@@ -37,10 +37,14 @@ X11PanelWindow::X11PanelWindow(const PanelStyle &style, Scheduler &scheduler)
     , m_stacking(*m_window, scheduler)
 {
     connect(&m_compositor, &X11Compositor::isRunningChanged, this, &X11PanelWindow::followCompositor);
+    connect(m_window.get(), &QWindow::screenChanged, this, [this] { m_shape.apply(); });
     followCompositor();
 }
 
-X11PanelWindow::~X11PanelWindow() = default;
+X11PanelWindow::~X11PanelWindow()
+{
+    giveKeyboardBack();
+}
 
 QRectF X11PanelWindow::frame() const
 {
@@ -54,23 +58,42 @@ void X11PanelWindow::setFrame(const QRectF &frame, FrameChange)
     m_isPlaced = true;
 }
 
+// The window's own idea of its display comes late, with the server's answer to a move.
 std::optional<Screen> X11PanelWindow::screen() const
 {
-    if (!m_isPlaced || !m_window->screen() || m_window->screen()->geometry().isEmpty())
+    if (!m_isPlaced)
         return std::nullopt;
-    return QtScreens::describe(*m_window->screen());
+    const QScreen *best = nullptr;
+    int most = 0;
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        const QRect overlap = screen->geometry() & m_window->geometry();
+        if (overlap.width() * overlap.height() > most) {
+            most = overlap.width() * overlap.height();
+            best = screen;
+        }
+    }
+    return best ? std::optional(QtScreens::describe(*best)) : std::nullopt;
 }
 
 void X11PanelWindow::orderFrontRegardless()
 {
     giveKeyboardBack();
     if (!m_window->isVisible()) {
-        m_window->create();
-        m_shape.apply();
+        create();
         m_window->show();
     }
     m_window->raise();
     xcb_flush(Xcb::connection());
+}
+
+void X11PanelWindow::create()
+{
+    m_window->create();
+    // No window manager looks at the kind, but compositors do: they neither shade, dim nor round a dock.
+    const xcb_atom_t kind = Xcb::atom("_NET_WM_WINDOW_TYPE_DOCK");
+    xcb_change_property(Xcb::connection(), XCB_PROP_MODE_REPLACE, xcb_window_t(m_window->winId()),
+        Xcb::atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &kind);
+    m_shape.apply();
 }
 
 void X11PanelWindow::makeKeyAndOrderFront()
@@ -78,15 +101,9 @@ void X11PanelWindow::makeKeyAndOrderFront()
     if (!m_window->isVisible())
         orderFrontRegardless();
     m_window->raise();
-    if (!m_style.canBecomeKey || isKeyWindow())
-        return;
-    m_focusBefore = Xcb::focusedWindow();
-    // The server ignores a request that is older than the last change of focus, and Qt would date this one by the last event
-    // that it saw itself.
-    xcb_set_input_focus(
-        Xcb::connection(), XCB_INPUT_FOCUS_POINTER_ROOT, xcb_window_t(m_window->winId()), XCB_CURRENT_TIME);
+    if (m_style.canBecomeKey)
+        takeKeyboard();
     xcb_flush(Xcb::connection());
-    m_window->contentItem()->forceActiveFocus(Qt::ActiveWindowFocusReason);
 }
 
 bool X11PanelWindow::isKeyWindow() const
@@ -118,15 +135,36 @@ void X11PanelWindow::followCompositor()
     m_window->update();
 }
 
-// Only what the panel still has is its to give: whoever took the keyboard meanwhile keeps it.
+// Asks the server: Qt hears of a change of the focus later.
+bool X11PanelWindow::hasKeyboard() const
+{
+    return m_window->handle() && Xcb::focusedWindow() == m_window->winId();
+}
+
+// A window without a manager is given the keyboard by nobody, so it takes it.
+void X11PanelWindow::takeKeyboard()
+{
+    if (!hasKeyboard()) {
+        m_focusBefore = Xcb::focusedWindow();
+        Xcb::focus(xcb_window_t(m_window->winId()));
+    }
+    m_window->contentItem()->forceActiveFocus(Qt::ActiveWindowFocusReason);
+}
+
+// Only what the panel still has is its to give: whoever took the keyboard meanwhile keeps it. Where there is
+// nobody to give it to, the window manager finds somebody.
 void X11PanelWindow::giveKeyboardBack()
 {
     const xcb_window_t before = std::exchange(m_focusBefore, xcb_window_t(XCB_INPUT_FOCUS_NONE));
-    if (before == XCB_INPUT_FOCUS_NONE || Xcb::focusedWindow() != m_window->winId())
+    if (!hasKeyboard())
         return;
-    const xcb_window_t heir = Xcb::isViewable(before) ? before : xcb_window_t(XCB_INPUT_FOCUS_POINTER_ROOT);
-    xcb_set_input_focus(Xcb::connection(), XCB_INPUT_FOCUS_POINTER_ROOT, heir, XCB_CURRENT_TIME);
-    xcb_flush(Xcb::connection());
+    for (const xcb_window_t heir : {before, Xcb::activeWindow()}) {
+        if (Xcb::isViewable(heir)) {
+            Xcb::focus(heir);
+            return;
+        }
+    }
+    Xcb::focus(XCB_INPUT_FOCUS_POINTER_ROOT);
 }
 
 } // namespace brindle

@@ -33,8 +33,11 @@ public:
     QQuickWindow *contentWindow() override;
 
 private:
+    void create();
     void followCompositor();
+    void takeKeyboard();
     void giveKeyboardBack();
+    bool hasKeyboard() const;
 
     PanelStyle m_style;
     std::unique_ptr<QQuickWindow> m_window;

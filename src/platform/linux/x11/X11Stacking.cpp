@@ -4,6 +4,7 @@
 
 #include <QGuiApplication>
 #include <QRect>
+#include <QScreen>
 #include <QWindow>
 
 #include <algorithm>
@@ -53,10 +54,16 @@ void listenToTopLevels()
 X11Stacking::X11Stacking(QWindow &window, Scheduler &scheduler) : m_window(window), m_scheduler(scheduler)
 {
     listenToTopLevels();
+    // Qt asks anew, for what it wants only, whenever it learns of another display.
+    m_screens =
+        QObject::connect(qGuiApp, &QGuiApplication::screenAdded, [](QScreen *) { listenToTopLevels(); });
     qGuiApp->installNativeEventFilter(this);
 }
 
-X11Stacking::~X11Stacking() = default;
+X11Stacking::~X11Stacking()
+{
+    QObject::disconnect(m_screens);
+}
 
 bool X11Stacking::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
@@ -89,13 +96,15 @@ void X11Stacking::raiseIfCovered()
     if (!m_window.isVisible() || !isCovered())
         return;
     const double now = m_scheduler.uptime();
-    m_raises = now - m_lastRaise < fightPause ? m_raises + 1 : 1;
+    if (now - m_lastRaise >= fightPause)
+        m_raises = 0;
+    else if (m_raises >= raisesInARow)
+        return;
+    ++m_raises;
     m_lastRaise = now;
-    if (m_raises <= raisesInARow) {
-        m_window.raise();
-        // Nothing else may happen for a long time, and Qt would keep the request until then.
-        xcb_flush(Xcb::connection());
-    }
+    m_window.raise();
+    // Nothing else may happen for a long time, and Qt would keep the request until then.
+    xcb_flush(Xcb::connection());
 }
 
 bool X11Stacking::isCovered() const

@@ -3,6 +3,7 @@
 #include "foundation/Scheduler.h"
 
 #include <QAbstractNativeEventFilter>
+#include <QMetaObject>
 
 #include <xcb/xcb.h>
 
@@ -13,8 +14,8 @@ namespace brindle {
 /// Keeps a window above all others of other programs: looks again when a window was shown or raised, and
 /// raises its own window if another now covers it.
 ///
-/// Two programs that both insist would fight for ever; this one pauses after a few rounds. At rest it costs
-/// nothing. Main thread.
+/// Two programs that both insist would fight for ever, and a screen's lock should win: this one gives up
+/// after a few rounds, until the stack changes again later. At rest it costs nothing. Main thread.
 class X11Stacking : private QAbstractNativeEventFilter
 {
 public:
@@ -29,6 +30,7 @@ private:
 
     QWindow &m_window;
     Scheduler &m_scheduler;
+    QMetaObject::Connection m_screens;
     Delay m_look;
     /// Raises in the present round of a fight, and when the last one was (uptime, seconds).
     int m_raises = 0;

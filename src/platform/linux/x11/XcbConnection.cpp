@@ -14,7 +14,8 @@ xcb_connection_t *connection()
 
 xcb_window_t root()
 {
-    return xcb_setup_roots_iterator(xcb_get_setup(connection())).data->root;
+    const xcb_setup_t *setup = xcb_get_setup(connection());
+    return setup ? xcb_setup_roots_iterator(setup).data->root : xcb_window_t(XCB_WINDOW_NONE);
 }
 
 xcb_atom_t atom(const char *name)
@@ -29,6 +30,27 @@ xcb_window_t focusedWindow()
     const XcbReply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection(), xcb_get_input_focus(connection()), nullptr));
     return reply ? reply->focus : xcb_window_t(XCB_INPUT_FOCUS_NONE);
+}
+
+// Without a time stamp: the last one that this connection saw may be older than the present focus, and then
+// the server ignores the wish.
+void focus(xcb_window_t window)
+{
+    const auto cookie =
+        xcb_set_input_focus_checked(connection(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+    // That the window has vanished is no error worth a line.
+    xcb_discard_reply(connection(), cookie.sequence);
+    xcb_flush(connection());
+}
+
+xcb_window_t activeWindow()
+{
+    const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection(),
+        xcb_get_property(connection(), 0, root(), atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW, 0, 1),
+        nullptr));
+    if (!reply || xcb_get_property_value_length(reply.get()) != int(sizeof(xcb_window_t)))
+        return XCB_WINDOW_NONE;
+    return *static_cast<const xcb_window_t *>(xcb_get_property_value(reply.get()));
 }
 
 bool isViewable(xcb_window_t window)

@@ -18,10 +18,15 @@ template <typename Reply> using XcbReply = std::unique_ptr<Reply, FreeReply>;
 namespace Xcb {
 /// Null when the program does not run on X11.
 xcb_connection_t *connection();
+/// None when the connection is gone.
 xcb_window_t root();
 xcb_atom_t atom(const char *name);
 /// The window that has the keyboard, or one of the server's constants for none.
 xcb_window_t focusedWindow();
+/// Gives the keyboard to a window, whatever happens to it meanwhile.
+void focus(xcb_window_t window);
+/// The window that the window manager calls active, or none.
+xcb_window_t activeWindow();
 /// Whether the window exists and is visible, so that it can take the keyboard.
 bool isViewable(xcb_window_t window);
 } // namespace Xcb
