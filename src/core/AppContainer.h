@@ -1,5 +1,7 @@
 #pragma once
 
+#include "media/MediaProvider.h"
+
 #include <QObject>
 
 #include <memory>
@@ -9,7 +11,6 @@ namespace brindle {
 class ActivityCoordinator;
 class BatteryMonitor;
 class BluetoothMonitor;
-class MediaProvider;
 class Platform;
 class SettingsStore;
 

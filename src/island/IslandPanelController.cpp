@@ -84,7 +84,10 @@ QRectF IslandPanelController::interactiveRectangle() const
     double width = settings.collapsedWidth();
     if (m_container.activities().current())
         width += std::max(settings.collapsedActivityExpansion(), 0.0);
-    const double height = settings.collapsedHeight();
+    // Never more than the panel holds: a pointer that is in the closed island must be in the open one too, or
+    // the two would call each other up without end.
+    width = std::min(width, frame.width());
+    const double height = std::min(settings.collapsedHeight(), frame.height());
     return {
         frame.left() + frame.width() / 2 - width / 2, frame.top() + frame.height() - height, width, height};
 }

@@ -278,6 +278,30 @@ TEST_F(IslandPanelControllerTest, ANegativeExpansionAddsNothing)
     EXPECT_EQ(controller->interactiveRectangle().width(), 260);
 }
 
+TEST_F(IslandPanelControllerTest, AClosedIslandThatIsWiderThanThePanelEndsWithIt)
+{
+    launch();
+    settings().setCollapsedWidth(1200);
+    settings().setCollapsedHeight(400);
+    EXPECT_EQ(controller->interactiveRectangle(), QRectF(286, 682, 940, 300));
+}
+
+TEST_F(IslandPanelControllerTest, WithoutADisplayAndWithoutDelaysTheIslandDoesNotFlutter)
+{
+    session.platform.displays.set({});
+    settings().setHoverDelay(0);
+    settings().setCollapseDelay(0);
+    settings().setCollapsedWidth(420);
+    session.movePointer({1000, 500});
+    launch();
+    int changes = 0;
+    QObject::connect(&island(), &IslandViewModel::isExpandedChanged, [&changes] { ++changes; });
+    // In the closed island as it was asked for, but beside the panel, which has no place yet.
+    session.movePointer({300, 20});
+    session.advance(1);
+    EXPECT_EQ(changes, 0);
+}
+
 TEST_F(IslandPanelControllerTest, TheWholeOpenPanelCountsAsInside)
 {
     launch();

@@ -1,0 +1,250 @@
+#include "simulation/Witness.h"
+
+#include "activities/ActivityCoordinator.h"
+#include "activities/BatteryMonitor.h"
+#include "activities/BluetoothMonitor.h"
+#include "core/SettingsStore.h"
+#include "foundation/Geometry.h"
+
+#include <algorithm>
+
+namespace brindle::simulation {
+
+namespace {
+
+/// Seconds by which sums of times may be off.
+constexpr double rounding = 1e-6;
+/// Seconds after which a drag is over for sure: its two waits, once around.
+constexpr double dragEnd = 0.12 + 0.22;
+
+constexpr int monitorsOfTheController = 4;
+
+} // namespace
+
+Witness::Witness(Program &program) : m_program(program), m_island(program.island())
+{
+    connect(&program.container().activities(), &ActivityCoordinator::currentChanged, this,
+        &Witness::currentActivityChanged);
+    for (const auto signal : {&IslandViewModel::isExpandedChanged, &IslandViewModel::isPointerInsideChanged,
+             &IslandViewModel::interactionDepthChanged, &IslandViewModel::isExternalDragActiveChanged})
+        connect(&m_island, signal, this, &Witness::islandChanged);
+    program.watcher = this;
+}
+
+Witness::~Witness()
+{
+    m_program.watcher = nullptr;
+}
+
+double Witness::uptime() const
+{
+    return m_program.platform.time.uptime();
+}
+
+void Witness::expect(bool holds, const QString &otherwise)
+{
+    if (!holds && !m_complaint)
+        m_complaint = otherwise;
+}
+
+Witness::Key Witness::keyOf(const SystemActivity &activity)
+{
+    return QStringLiteral("%1 %2 %3")
+        .arg(activity.id.toString(), activity.content.title,
+            QString::number(activity.createdAt.secondsSince1970(), 'g', 17));
+}
+
+void Witness::currentActivityChanged()
+{
+    const auto &current = m_program.container().activities().current();
+    const auto last = std::exchange(m_shown, std::nullopt);
+    if (!current) {
+        if (last)
+            expect(std::abs(uptime() - last->since - last->duration) < rounding,
+                QStringLiteral("'%1' was on screen for %2 s").arg(last->key).arg(uptime() - last->since));
+        return;
+    }
+    const Key key = keyOf(*current);
+    const double duration = std::max(current->duration, 0.1);
+    if (m_waiting.contains(key))
+        expect(m_program.platform.time.now() - current->createdAt <= 2 * duration + rounding,
+            QStringLiteral("'%1' is shown though it is stale").arg(key));
+    m_shown = Shown{key, uptime(), duration};
+}
+
+void Witness::islandChanged()
+{
+    const bool isOpen = m_island.isExpanded();
+    if (!isOpen || m_island.isPointerInside())
+        m_isOpenByHand = false;
+    const bool isHeld =
+        !isOpen || m_island.isPointerInside() || m_island.interactionDepth() > 0 || m_isOpenByHand;
+    if (isHeld)
+        m_closesBy.reset();
+    else if (!m_closesBy)
+        m_closesBy = uptime() + std::max(m_program.container().settings().collapseDelay(), 0.0);
+    if (!m_island.isExternalDragActive())
+        m_dragEndsBy.reset();
+}
+
+void Witness::openedByHand()
+{
+    m_isOpenByHand = m_island.isExpanded() && !m_island.isPointerInside();
+    m_closesBy.reset();
+}
+
+void Witness::interactionEnded()
+{
+    m_isOpenByHand = false;
+    m_closesBy.reset();
+}
+
+void Witness::check(bool isSettled)
+{
+    checkActivities();
+    checkIsland();
+    checkDrag();
+    checkDelays();
+    if (isSettled) {
+        checkServices();
+        checkPanel();
+    }
+}
+
+void Witness::checkActivities()
+{
+    const ActivityCoordinator &activities = m_program.container().activities();
+    QSet<Key> present;
+    QSet<Key> waiting;
+    for (const SystemActivity &activity : activities.queue()) {
+        const Key key = keyOf(activity);
+        expect(!waiting.contains(key), QStringLiteral("'%1' waits twice").arg(key));
+        waiting.insert(key);
+    }
+    present = waiting;
+    if (const auto &current = activities.current()) {
+        const Key key = keyOf(*current);
+        expect(!waiting.contains(key), QStringLiteral("'%1' waits while it is on screen").arg(key));
+        expect(m_shown && uptime() - m_shown->since <= m_shown->duration + rounding,
+            QStringLiteral("'%1' is on screen for longer than its time").arg(key));
+        present.insert(key);
+    }
+    expect(activities.isExpiryPending() == activities.current().has_value(),
+        QStringLiteral("the pending end belongs to no activity on screen, or the other way round"));
+    expect(!present.intersects(m_gone), QStringLiteral("an activity that was gone came back"));
+    m_gone += m_known - present;
+    m_known = present;
+    m_waiting = waiting;
+}
+
+void Witness::checkIsland()
+{
+    islandChanged();
+    const int depth = m_island.interactionDepth();
+    expect(depth >= 0, QStringLiteral("the depth is %1").arg(depth));
+    expect(depth == m_program.interactions() + (m_island.isExternalDragActive() ? 1 : 0),
+        QStringLiteral("the depth is %1 with %2 interactions%3")
+            .arg(depth)
+            .arg(m_program.interactions())
+            .arg(m_island.isExternalDragActive() ? QStringLiteral(" and a drag") : QString()));
+    if (m_closesBy) {
+        expect(
+            uptime() <= *m_closesBy + rounding, QStringLiteral("the island is open with nothing holding it"));
+        expect(m_island.isCollapsePending(),
+            QStringLiteral("nothing holds the island open and nothing is going to close it"));
+    }
+    if (m_island.isHoverPending())
+        expect(m_island.isPointerInside() && !m_island.isExpanded() && !m_island.isCollapsePending(),
+            QStringLiteral("an opening is pending without reason"));
+    expect(m_program.isContentOpen() == m_island.isExpanded(),
+        QStringLiteral("the content is not as the island"));
+    if (m_island.isExpanded())
+        expect(m_program.container().settings().visibleTabs().contains(m_island.selectedTab()),
+            QStringLiteral("the open island shows a tab that is hidden"));
+}
+
+void Witness::checkPointer()
+{
+    const bool isInside =
+        contains(m_program.controller().interactiveRectangle(), m_program.platform.input.location);
+    expect(m_island.isPointerInside() == isInside,
+        isInside ? QStringLiteral("the pointer is in the island unnoticed")
+                 : QStringLiteral("the pointer left the island unnoticed"));
+}
+
+void Witness::checkServices()
+{
+    AppContainer &container = m_program.container();
+    expect(container.battery().isObserving() == container.isStarted()
+            && container.bluetooth().isObserving() == container.isStarted(),
+        QStringLiteral("a monitor watches in a stopped program, or rests in a started one"));
+    const auto sources = m_program.platform.power.sources();
+    if (!container.isStarted() || !sources || !sources->constFirst())
+        return;
+    const QVariantMap battery = *sources->constFirst();
+    expect(container.battery().percentage() == battery.value(PowerSourceKey::currentCapacity).toInt(),
+        QStringLiteral("the battery's charge was missed"));
+    expect(container.battery().isACConnected()
+            == (battery.value(PowerSourceKey::powerSourceState) == PowerSourceValue::acPower),
+        QStringLiteral("the mains were missed"));
+}
+
+void Witness::checkPanel()
+{
+    FakePlatform &platform = m_program.platform;
+    expect(!platform.panel->isKeyWindow() || m_island.isExpanded(),
+        QStringLiteral("the closed island has the keyboard"));
+    expect(platform.input.localMonitorCount() + platform.input.globalMonitorCount()
+            == monitorsOfTheController + (m_island.isExpanded() ? 1 : 0),
+        QStringLiteral("the number of monitors is wrong"));
+    const QList<Screen> screens = platform.displays.screens();
+    if (screens.isEmpty())
+        return;
+    const QString name = m_program.container().settings().selectedDisplayName();
+    const QRectF frame = platform.panel->frame();
+    const auto isThere = [&frame](const Screen &screen) { return frame == IslandPanel::frameOn(screen); };
+    const auto named = std::find_if(screens.begin(), screens.end(),
+        [&name](const Screen &screen) { return screen.localizedName == name; });
+    expect(named != screens.end() ? isThere(*named) : std::any_of(screens.begin(), screens.end(), isThere),
+        QStringLiteral("the panel is not where it belongs"));
+}
+
+// Whatever else waits was forgotten by somebody.
+void Witness::checkDelays()
+{
+    const int drags = m_island.isExternalDragTaskPending() ? 1 : 0;
+    const int known = int(m_island.isHoverPending()) + int(m_island.isCollapsePending()) + drags
+        + int(m_program.container().activities().isExpiryPending());
+    const auto pending = m_program.platform.time.pendingCount();
+    expect(pending >= known && pending <= known + drags,
+        QStringLiteral("%1 delays wait, but %2 are known of").arg(pending).arg(known));
+}
+
+// Drags
+
+void Witness::dragReported(bool isInside)
+{
+    m_hasDragLeft = !isInside;
+    if (!m_program.isButtonDown())
+        m_dragEndsBy = uptime() + dragEnd;
+}
+
+void Witness::buttonPressed()
+{
+    m_dragEndsBy.reset();
+}
+
+void Witness::buttonReleased()
+{
+    // A drag that left is looked after until its end; of one that never left, only what is reported is known.
+    if (m_island.isExternalDragActive() && m_hasDragLeft)
+        m_dragEndsBy = uptime() + dragEnd;
+}
+
+void Witness::checkDrag()
+{
+    expect(!m_dragEndsBy || !m_island.isExternalDragActive() || uptime() <= *m_dragEndsBy + rounding,
+        QStringLiteral("a drag goes on though its button is up"));
+}
+
+} // namespace brindle::simulation
