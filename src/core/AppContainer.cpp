@@ -11,11 +11,13 @@
 
 namespace brindle {
 
+AppContainer::AppContainer(Platform &platform) : AppContainer(platform, std::make_unique<QuietMedia>()) { }
+
 AppContainer::AppContainer(Platform &platform, std::unique_ptr<MediaProvider> media)
     : m_platform(platform)
     , m_settings(std::make_unique<SettingsStore>(platform.userDefaults(), platform.scheduler()))
     , m_activities(std::make_unique<ActivityCoordinator>(platform.scheduler()))
-    , m_media(media ? std::move(media) : std::make_unique<QuietMedia>())
+    , m_media(std::move(media))
     , m_battery(
           std::make_unique<BatteryMonitor>(*m_activities, platform.powerSources(), platform.scheduler()))
     , m_bluetooth(std::make_unique<BluetoothMonitor>(

@@ -26,8 +26,9 @@ class AppContainer : public QObject
     Q_OBJECT
 
 public:
-    /// `media` is what plays, until the program has a media service of its own; null means silence.
-    explicit AppContainer(Platform &platform, std::unique_ptr<MediaProvider> media = nullptr);
+    explicit AppContainer(Platform &platform);
+    /// `media` is what plays, until the program has a media service of its own.
+    AppContainer(Platform &platform, std::unique_ptr<MediaProvider> media);
     ~AppContainer() override;
 
     Platform &platform() const { return m_platform; }

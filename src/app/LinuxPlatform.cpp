@@ -1,0 +1,127 @@
+#include "app/LinuxPlatform.h"
+
+#include "foundation/NotificationCenter.h"
+#include "foundation/SystemScheduler.h"
+#include "platform/linux/QtScreens.h"
+#include "platform/linux/dbus/BlueZDevices.h"
+#include "platform/linux/dbus/BusConnection.h"
+#include "platform/linux/dbus/PortalAccessibilitySettings.h"
+#include "platform/linux/dbus/UPowerSources.h"
+#include "platform/linux/desktop/QtHostApplication.h"
+#include "platform/linux/desktop/TrayMenuBarItem.h"
+#include "platform/linux/files/JsonUserDefaults.h"
+#include "platform/linux/files/LinuxBundle.h"
+#include "platform/linux/files/XdgDirectories.h"
+#include "platform/linux/files/XdgLoginItem.h"
+#include "platform/linux/x11/X11EventMonitors.h"
+#include "platform/linux/x11/X11PanelWindow.h"
+#include "platform/null/NullPorts.h"
+
+namespace brindle {
+
+/// In the order in which they need each other.
+struct LinuxPlatform::Parts
+{
+    SystemScheduler scheduler;
+    NotificationCenter notifications;
+    XdgDirectories directories;
+    JsonUserDefaults userDefaults{directories.configuration(), scheduler};
+    XdgLoginItem loginItem{directories};
+    LinuxBundle bundle;
+    QtScreens screens{scheduler};
+    X11EventMonitors eventMonitors{scheduler};
+    BusConnection systemBus{BusConnection::systemBus(), scheduler};
+    BusConnection sessionBus{BusConnection::sessionBus(), scheduler};
+    UPowerSources powerSources{systemBus, scheduler};
+    BlueZDevices bluetoothDevices{systemBus};
+    NullHaptics haptics;
+    PortalAccessibilitySettings accessibilitySettings{sessionBus};
+    TrayMenuBarItem menuBarItem{scheduler};
+    QtHostApplication application;
+};
+
+LinuxPlatform::LinuxPlatform() : m_parts(std::make_unique<Parts>()) { }
+
+LinuxPlatform::~LinuxPlatform() = default;
+
+BusConnection &LinuxPlatform::sessionBus()
+{
+    return m_parts->sessionBus;
+}
+
+Scheduler &LinuxPlatform::scheduler()
+{
+    return m_parts->scheduler;
+}
+
+NotificationCenter &LinuxPlatform::notifications()
+{
+    return m_parts->notifications;
+}
+
+UserDefaults &LinuxPlatform::userDefaults()
+{
+    return m_parts->userDefaults;
+}
+
+LoginItem &LinuxPlatform::loginItem()
+{
+    return m_parts->loginItem;
+}
+
+Bundle &LinuxPlatform::bundle()
+{
+    return m_parts->bundle;
+}
+
+Directories &LinuxPlatform::directories()
+{
+    return m_parts->directories;
+}
+
+Screens &LinuxPlatform::screens()
+{
+    return m_parts->screens;
+}
+
+EventMonitors &LinuxPlatform::eventMonitors()
+{
+    return m_parts->eventMonitors;
+}
+
+PowerSources &LinuxPlatform::powerSources()
+{
+    return m_parts->powerSources;
+}
+
+BluetoothDevices &LinuxPlatform::bluetoothDevices()
+{
+    return m_parts->bluetoothDevices;
+}
+
+Haptics &LinuxPlatform::haptics()
+{
+    return m_parts->haptics;
+}
+
+AccessibilitySettings &LinuxPlatform::accessibilitySettings()
+{
+    return m_parts->accessibilitySettings;
+}
+
+MenuBarItem &LinuxPlatform::menuBarItem()
+{
+    return m_parts->menuBarItem;
+}
+
+HostApplication &LinuxPlatform::application()
+{
+    return m_parts->application;
+}
+
+std::unique_ptr<PanelWindow> LinuxPlatform::makePanelWindow(const PanelStyle &style)
+{
+    return std::make_unique<X11PanelWindow>(style, m_parts->scheduler);
+}
+
+} // namespace brindle

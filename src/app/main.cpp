@@ -1,0 +1,92 @@
+#include "app/LinuxPlatform.h"
+#include "app/TerminationSignals.h"
+#include "core/AppContainer.h"
+#include "core/AppDelegate.h"
+#include "foundation/NotificationCenter.h"
+#include "island/IslandHost.h"
+#include "island/IslandPanelController.h"
+#include "media/MediaProvider.h"
+#include "platform/linux/dbus/SingleInstance.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QQuickWindow>
+
+namespace {
+
+/// Drawing by the processor starts in half the time and half the memory of a GPU that is itself drawn by the
+/// processor, so a machine without a GPU's device does without.
+void chooseRenderer()
+{
+    const bool isChosen =
+        qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
+    const bool hasGpu =
+        !QDir(QStringLiteral("/dev/dri")).entryList({QStringLiteral("renderD*")}, QDir::System).isEmpty();
+    if (!isChosen && !hasGpu)
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
+/// The island speaks X11 so far; a Wayland desktop shows it through XWayland.
+void chooseWindowSystem()
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+/// Where the session has no bus, the client libraries would start one of their own, which nobody else is on.
+void refuseToStartBuses()
+{
+    constexpr auto address = "DBUS_SESSION_BUS_ADDRESS";
+    const QString usualSocket = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
+    if (!qEnvironmentVariableIsSet(address) && !QFileInfo::exists(usualSocket))
+        qputenv(address, "disabled:");
+}
+
+/// Lets the desktop, and a second start, reach the island that is there.
+void serveDesktop(
+    brindle::SingleInstance &instance, brindle::Platform &platform, brindle::AppDelegate &delegate)
+{
+    using brindle::SingleInstance;
+    QObject::connect(&instance, &SingleInstance::activated, &instance, [&delegate] {
+        if (delegate.panelController())
+            delegate.panelController()->show();
+    });
+    QObject::connect(
+        &instance, &SingleInstance::actionActivated, &instance, [&platform](const QString &action) {
+            if (action == QStringLiteral("toggle"))
+                platform.notifications().post(brindle::toggleIslandNotification);
+        });
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    using namespace brindle;
+
+    chooseWindowSystem();
+    chooseRenderer();
+    refuseToStartBuses();
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Velmora"));
+    QApplication::setDesktopFileName(QStringLiteral("com.brindle.app"));
+    const TerminationSignals signals;
+
+    LinuxPlatform platform;
+    SingleInstance instance(platform.sessionBus());
+    if (instance.claim() == SingleInstance::Claim::second) {
+        instance.activateFirst();
+        return 0;
+    }
+    AppContainer container(platform);
+    AppDelegate delegate(
+        container, [](IslandViewModel &viewModel, PanelWindow &panel) -> std::unique_ptr<QObject> {
+            return std::make_unique<IslandHost>(viewModel, panel);
+        });
+    QObject::connect(&application, &QCoreApplication::aboutToQuit, &application,
+        [&delegate] { delegate.applicationWillTerminate(); });
+    serveDesktop(instance, platform, delegate);
+    delegate.applicationDidFinishLaunching();
+    return QApplication::exec();
+}
