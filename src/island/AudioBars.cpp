@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 namespace brindle {
 
 AudioBars::AudioBars(QQuickItem *parent) : QQuickPaintedItem(parent)
@@ -40,11 +42,13 @@ void AudioBars::paint(QPainter *painter)
     painter->setPen(Qt::NoPen);
     painter->setBrush(Qt::white);
     const double all = barCount * barWidth + (barCount - 1) * spacing;
+    // Whole device pixels to the left, so that all bars look alike.
+    const double pixel = 1 / painter->deviceTransform().m11();
     double x = (width() - all) / 2;
     for (int index = 0; index < barCount; ++index) {
         const double tall = barHeight(index, m_seconds, m_volume);
-        painter->drawRoundedRect(
-            QRectF(x, (height() - tall) / 2, barWidth, tall), barWidth / 2, barWidth / 2);
+        painter->drawRoundedRect(QRectF(std::round(x / pixel) * pixel, (height() - tall) / 2, barWidth, tall),
+            barWidth / 2, barWidth / 2);
         x += barWidth + spacing;
     }
 }

@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <cmath>
+
 namespace brindle {
 namespace {
 
@@ -74,7 +76,10 @@ void FluidLevelBar::paint(QPainter *painter)
 {
     const QSizeF frame(width() - 2 * margin(), height() - 2 * margin());
     const auto level = FluidSystemLevel::geometry(frame, m_value, m_seconds, m_isLive);
-    painter->translate(margin(), margin());
+    // The track's edges fall on device pixels, else both would be blurred.
+    const double pixel = 1 / painter->deviceTransform().m22();
+    const double up = level.track.top() - std::floor(level.track.top() / pixel) * pixel;
+    painter->translate(margin(), margin() - up);
     fillCapsule(*painter, level.track, Theme::white(0.16));
     if (level.fill.isEmpty())
         return;

@@ -43,8 +43,8 @@ void Animated::retarget()
     const double before = m_track.value();
     m_track.retarget(m_to, m_to < m_track.target() ? fallingMotion() : m_motion);
     if (m_track.isMoving()) {
-        m_ticker.run();
         setMoving(true);
+        m_ticker.run();
         return;
     }
     m_ticker.rest();

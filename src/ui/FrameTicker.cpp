@@ -15,6 +15,8 @@ void FrameTicker::run()
         return;
     m_last = 0;
     start();
+    // The frame that follows shows the first step already, and not once more what was there.
+    m_tick(firstStep);
 }
 
 void FrameTicker::rest()

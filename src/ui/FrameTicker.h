@@ -15,6 +15,9 @@ class FrameTicker : public QAbstractAnimation
 public:
     explicit FrameTicker(std::function<void(double seconds)> tick, QObject *parent = nullptr);
 
+    /// Seconds that the first call, from within `run()`, is ahead of the first frame.
+    static constexpr double firstStep = 1.0 / 60;
+
     void run();
     void rest();
     int duration() const override { return -1; }

@@ -38,8 +38,6 @@ void IslandScene::pass(double seconds)
     constexpr int frame = 10;
     for (int left = int(std::lround(seconds * 1000)); left > 0; left -= frame) {
         session.advance(frame / 1000.0);
-        // An animation that has been started joins in on the next turn.
-        QCoreApplication::sendPostedEvents();
         m_frames.advanceBy(frame);
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

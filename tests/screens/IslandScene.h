@@ -2,9 +2,9 @@
 
 #include "activities/SystemActivity.h"
 #include "island/IslandHost.h"
+#include "support/ManualFrames.h"
 #include "support/Session.h"
 
-#include <QAnimationDriver>
 #include <QImage>
 #include <QQuickItem>
 #include <QQuickRenderControl>
@@ -13,32 +13,6 @@
 #include <memory>
 
 namespace brindle {
-
-/// Frames that come when the test says so.
-class ManualFrames : public QAnimationDriver
-{
-public:
-    ManualFrames() { install(); }
-    ~ManualFrames() override { uninstall(); }
-
-    void advanceBy(int milliseconds)
-    {
-        m_elapsed += milliseconds;
-        advanceAnimation();
-    }
-    qint64 elapsed() const override { return m_elapsed; }
-
-protected:
-    // Time counts from here each time something begins to move.
-    void start() override
-    {
-        m_elapsed = 0;
-        QAnimationDriver::start();
-    }
-
-private:
-    qint64 m_elapsed = 0;
-};
 
 /// A panel whose content is drawn into pictures.
 class PicturePanel : public FakePanelWindow
