@@ -43,6 +43,9 @@ function(brindle_test name)
   set(prefix "")
   if(BRINDLE_SANITIZE)
     set(prefix "sanitized:")
+    # Qt's own locks are invisible to the thread sanitizer, so it watches the code that was built for it.
+    list(APPEND arg_ENVIRONMENT TSAN_OPTIONS=ignore_noninstrumented_modules=1
+      ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1 UBSAN_OPTIONS=print_stacktrace=1)
   endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${prefix}"
     PROPERTIES LABELS ${arg_LABEL} TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${arg_ENVIRONMENT}")
