@@ -58,9 +58,10 @@ Subscription FakeEventMonitors::add(const std::shared_ptr<Monitors> &monitors, E
 EventMonitors::Disposition FakeEventMonitors::send(
     const std::shared_ptr<Monitors> &monitors, const InputEvent &event)
 {
-    // A copy: handlers may add and end monitors.
+    // A copy: handlers may add and end monitors. One that was ended meanwhile is not called any more.
     for (const auto &[number, monitor] : Monitors(*monitors)) {
-        if ((monitor.mask & eventMask(event.kind)) && monitor.handler(event) == Disposition::swallow)
+        if (monitors->contains(number) && (monitor.mask & eventMask(event.kind))
+            && monitor.handler(event) == Disposition::swallow)
             return Disposition::swallow;
     }
     return Disposition::pass;
