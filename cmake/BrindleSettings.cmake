@@ -24,8 +24,9 @@ target_compile_definitions(brindle_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_USE_QSTRINGBUILDER)
 
 # Generated code is not ours to warn about, so the warnings go to the hand-written targets only.
+# (Not -Wnull-dereference: it speaks only at -O2 and up, and there of every QPointer that was tested before use.)
 set(BRINDLE_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wold-style-cast -Wcast-qual -Wnull-dereference -Werror)
+  -Wold-style-cast -Wcast-qual -Werror)
 
 set(BRINDLE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
 if(BRINDLE_SANITIZE)

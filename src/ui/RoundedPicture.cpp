@@ -17,8 +17,8 @@ RoundedPicture::RoundedPicture(QQuickItem *parent) : QQuickItem(parent)
 
 RoundedPicture::~RoundedPicture()
 {
-    if (m_reply)
-        m_reply->abort();
+    if (QNetworkReply *reply = m_reply)
+        reply->abort();
 }
 
 void RoundedPicture::setPicture(const QImage &picture)

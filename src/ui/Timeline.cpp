@@ -35,15 +35,19 @@ void Timeline::componentComplete()
 void Timeline::restart()
 {
     m_ticks.cancel();
-    if (!m_isComplete || !m_isRunning || !m_clock)
+    const Clock *clock = m_clock;
+    if (!m_isComplete || !m_isRunning || !clock)
         return;
-    m_ticks = m_clock->scheduler().every(m_interval, m_tolerance, [this] { tick(); });
+    m_ticks = clock->scheduler().every(m_interval, m_tolerance, [this] { tick(); });
     tick();
 }
 
 void Timeline::tick()
 {
-    m_date = m_clock->scheduler().now();
+    const Clock *clock = m_clock;
+    if (!clock)
+        return;
+    m_date = clock->scheduler().now();
     Q_EMIT ticked();
 }
 

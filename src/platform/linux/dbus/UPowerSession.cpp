@@ -181,7 +181,7 @@ std::optional<QList<std::optional<QVariantMap>>> UPowerSession::sources() const
         if (!device.isRead)
             continue;
         if (!device.properties)
-            sources.append(std::nullopt);
+            sources.resize(sources.size() + 1); // absent; appending a nullopt makes GCC 12 cry wolf at -O3
         else if (const auto description = describePowerSource(*device.properties, m_onBattery))
             sources.append(description);
     }
