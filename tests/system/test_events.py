@@ -15,6 +15,7 @@ class EventTest(SystemTest):
         self.session.power.stop()
         self.session.power.start(plugged=True, percentage=80.0)
         super().setUp()
+        self.program.element(re.compile("80%"))  # from here on it can tell a change from a beginning
 
     def shows(self, title, detail, seconds=10.0):
         """Both lines are readable, and the island has widened."""

@@ -27,27 +27,47 @@ class Toggle(SystemTest):
 
     def test_the_menu_opens_the_island(self):
         self.open_menu()
-        entry = self.program.element("Toggle Island", "menu item")
-        x, y, width, height = entry.place
-        self.pointer.click(x + width // 2, y + height // 2)
+        self.click(self.entry("Toggle Island"))
         wait_until(self.island.is_open, "the island to open")
 
     def test_the_menu_has_its_entries_and_its_shortcuts(self):
         self.open_menu()
-        self.program.element("Toggle Island", "menu item")
-        self.program.element("Quit Velmora", "menu item")
+        self.entry("Toggle Island")
+        self.entry("Quit Velmora")
         self.keyboard.tap("Escape")
 
     def test_the_quit_entry_ends_the_program_in_order(self):
         self.open_menu()
-        x, y, width, height = self.program.element("Quit Velmora", "menu item").place
-        self.pointer.click(x + width // 2, y + height // 2)
+        self.click(self.entry("Quit Velmora"))
         self.assertEqual(self.program.process.wait(), 0)
 
     def open_menu(self):
+        self.session.reader.follow_focus()
         icon = wait_until(self.icon, "the status icon in the tray")
         x, y, width, height = self.screen.place(icon)
         self.pointer.click(x + width // 2, y + height // 2, button=3)
+        wait_until(self.menu, "the menu")
+
+    def entry(self, name):
+        """Goes through the menu until this entry has the keyboard."""
+        def go():
+            self.keyboard.tap("Down")
+            node = self.session.reader.focused(self.program.pid)
+            return node if node and (node.role, node.name) == ("menu item", name) else None
+        return wait_until(go, f"the entry '{name}'")
+
+    def click(self, node):
+        x, y, width, height = node.place
+        self.pointer.click(x + width // 2, y + height // 2)
+
+    def menu(self):
+        """The window of the menu that is open."""
+        island = self.program.window.id
+
+        def is_open(window):
+            geometry = window.get_geometry()
+            return window.id != island and geometry.width > 100 and window.get_attributes().map_state == 2
+        return next((window for window in self.screen.windows(self.program.pid) if is_open(window)), None)
 
     def icon(self):
         def small(window):

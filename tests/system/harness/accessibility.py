@@ -65,6 +65,15 @@ class ScreenReader:
         if not self._ask(process=process, press=node.path, action=action):
             raise AssertionError(f"{node} does not do '{action}'")
 
+    def follow_focus(self):
+        """From here on it listens to who gets the keyboard."""
+        self._ask(follow=True)
+
+    def focused(self, process):
+        """The element of a program that got the keyboard last since then, popups included; None without one."""
+        answer = self._ask(focus=process)
+        return Node(answer) if answer else None
+
     def end(self):
         self._reader.end()
 

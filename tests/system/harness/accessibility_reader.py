@@ -7,6 +7,9 @@ import json
 import sys
 
 import pyatspi
+from gi.repository import GLib
+
+focused = []  # elements that have told of getting the keyboard, the latest last
 
 
 def application(process):
@@ -53,7 +56,27 @@ def describe(node, path=()):
     }
 
 
+def follow_focus():
+    def note(event):
+        if event.detail1:
+            focused.append(event.source)
+    pyatspi.Registry.registerEventListener(note, "object:state-changed:focused")
+    return True
+
+
+def latest_focus(process):
+    """What got the keyboard last in a program; also in a popup, which is in no tree."""
+    while GLib.MainContext.default().iteration(False):
+        pass
+    latest = next((node for node in reversed(focused) if node.get_process_id() == process), None)
+    return describe(latest) if latest else None
+
+
 def answer(request):
+    if "follow" in request:
+        return follow_focus()
+    if "focus" in request:
+        return latest_focus(request["focus"])
     node = application(request["process"])
     if node is None:
         return None
