@@ -1,6 +1,7 @@
 #include "activities/BluetoothMonitor.h"
 
 #include "activities/ActivityCoordinator.h"
+#include "foundation/Json.h"
 
 #include <QLocale>
 
@@ -78,12 +79,11 @@ void BluetoothMonitor::deviceConnected(const BluetoothDevice &device)
 {
     if (isLeftOut(device))
         return;
-    const QString key =
-        device.addressString.value_or(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
-    auto notification = m_devices.registerForDisconnectNotification(
+    const QString key = device.addressString.value_or(Json::identifierText(QUuid::createUuid()));
+    const auto notification = m_devices.registerForDisconnectNotification(
         device, m_lifetime.guard([this](const BluetoothDevice &gone) { deviceDisconnected(gone); }));
     if (notification)
-        m_disconnectNotifications.insert(key, std::move(notification));
+        m_disconnectNotifications.insert(key, notification);
     m_activityCoordinator.post(
         activityFor(device, QStringLiteral("Connected"), connectedDuration, m_scheduler.now()));
 }

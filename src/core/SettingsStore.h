@@ -28,7 +28,7 @@ Q_SIGNALS:                                                                      
     void name##Changed();                                                                                    \
                                                                                                              \
 private:                                                                                                     \
-    Type m_##name{};
+    Type m_##name = Type();
 
 /// The single holder of the user's preferences.
 ///

@@ -11,7 +11,7 @@ namespace brindle {
 
 LinuxBundle::LinuxBundle(const QStringList &folders) : m_folders(folders)
 {
-    const auto path = resourcePath(QStringLiteral("Info.json"));
+    const auto path = LinuxBundle::resourcePath(QStringLiteral("Info.json"));
     const auto text = path ? Files::read(*path) : std::nullopt;
     const auto info = text ? Json::decodeObject(*text) : std::nullopt;
     m_info = info.value_or(QJsonObject()).toVariantMap();
@@ -23,7 +23,7 @@ std::optional<QString> LinuxBundle::resourcePath(const QString &name) const
     if (name.isEmpty() || QDir::isAbsolutePath(clean) || clean == u".." || clean.startsWith(u"../"))
         return std::nullopt;
     for (const QString &folder : m_folders) {
-        const QString path = folder + u'/' + clean;
+        QString path = folder + u'/' + clean;
         if (QFileInfo(path).isFile())
             return path;
     }
