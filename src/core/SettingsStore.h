@@ -28,7 +28,7 @@ Q_SIGNALS:                                                                      
     void name##Changed();                                                                                    \
                                                                                                              \
 private:                                                                                                     \
-    Type m_##name = Type();
+    Type m_##name{};
 
 /// The single holder of the user's preferences.
 ///
@@ -40,6 +40,8 @@ class SettingsStore : public QObject
     Q_OBJECT
     Q_PROPERTY(QList<brindle::IslandTab> visibleTabs READ visibleTabs NOTIFY visibleTabsChanged)
 
+    // The numbers among them need the initializer that the texts could do without.
+    // NOLINTBEGIN(readability-redundant-member-init)
     BRINDLE_SETTING(bool, openOnHover, OpenOnHover)
     /// Seconds.
     BRINDLE_SETTING(double, hoverDelay, HoverDelay)
@@ -83,6 +85,7 @@ class SettingsStore : public QObject
     BRINDLE_SETTING(bool, weatherEnabled, WeatherEnabled)
     /// Setting it, also to an equal value, moves `modelCacheDate` to now.
     BRINDLE_SETTING(QStringList, cachedModels, CachedModels)
+    // NOLINTEND(readability-redundant-member-init)
 
 public:
     /// Registers the fall-back values, migrates what an earlier version stored, and loads. Never fails.
