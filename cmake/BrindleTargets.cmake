@@ -34,19 +34,25 @@ endfunction()
 # entries have a prefix, so that one run over several build folders tells them apart.
 function(brindle_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "SOURCES;LINKS;ENVIRONMENT")
-  if(NOT arg_TIMEOUT)
-    set(arg_TIMEOUT 60)
-  endif()
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE brindle_test_support ${arg_LINKS})
   _brindle_common(${name})
-  set(prefix "")
+  brindle_test_again(${name} LABEL ${arg_LABEL} TIMEOUT "${arg_TIMEOUT}" ENVIRONMENT ${arg_ENVIRONMENT})
+endfunction()
+
+# brindle_test_again(NAME LABEL unit PREFIX "2x: " FILTER "Suite.*" ENVIRONMENT …): the same binary, or some of its
+# cases, in other surroundings.
+function(brindle_test_again name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT;PREFIX;FILTER" "ENVIRONMENT")
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 60)
+  endif()
   if(BRINDLE_SANITIZE)
-    set(prefix "sanitized:")
+    string(PREPEND arg_PREFIX "sanitized:")
     # Qt's own locks are invisible to the thread sanitizer, so it watches the code that was built for it.
     list(APPEND arg_ENVIRONMENT TSAN_OPTIONS=ignore_noninstrumented_modules=1
       ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1 UBSAN_OPTIONS=print_stacktrace=1)
   endif()
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${prefix}"
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${arg_PREFIX}" TEST_FILTER "${arg_FILTER}"
     PROPERTIES LABELS ${arg_LABEL} TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${arg_ENVIRONMENT}")
 endfunction()
