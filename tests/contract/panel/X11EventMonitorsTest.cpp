@@ -9,6 +9,7 @@
 #include <QQuickWindow>
 
 #include <gtest/gtest.h>
+#include <xcb/xinput.h>
 
 namespace brindle {
 namespace {
@@ -124,6 +125,75 @@ TEST_F(X11Events, APressInThePanelIsNotGlobal)
     EXPECT_EQ(m_seen.size(), 1);
 }
 
+TEST_F(X11Events, APressInThePanelIsNotGlobalHoweverSoonThePointerLeaves)
+{
+    X11PanelWindow panel(PanelStyle{}, m_time);
+    panel.setFrame(QRectF(330, 692, 940, 300), PanelWindow::FrameChange::immediate);
+    QPainterPath shape;
+    shape.addRect(340, 0, 260, 38);
+    panel.setInputShape(shape);
+    panel.orderFrontRegardless();
+    ASSERT_TRUE(eventually([&] { return Xcb::isViewable(xcb_window_t(panel.contentWindow()->winId())); }));
+    const auto monitor = watchOthers(presses);
+    // All before the program looks at any of it: pressed in the panel and dragged out, then pressed elsewhere
+    // and dragged in.
+    m_hand.moveTo({800, 28});
+    m_hand.press();
+    m_hand.moveTo({800, 700});
+    m_hand.release();
+    m_hand.press(3);
+    m_hand.moveTo({800, 28});
+    m_hand.release(3);
+    ASSERT_TRUE(eventuallySeen(EventKind::rightMouseDown));
+    EXPECT_EQ(m_seen.size(), 1);
+}
+
+TEST_F(X11Events, MotionAndPressesAreSeenWhileAnotherProgramHoldsThePointer)
+{
+    m_other.grabPointer();
+    const auto monitor = watchOthers(motion | presses);
+    m_hand.press();
+    m_hand.moveTo({420, 400});
+    EXPECT_TRUE(eventuallySeen(EventKind::leftMouseDragged));
+    EXPECT_TRUE(eventuallySeen(EventKind::leftMouseDown));
+    EXPECT_EQ(m_monitors.pressedMouseButtons(), 1U);
+    EXPECT_EQ(m_monitors.mouseLocation(), QPointF(420, 600));
+    m_hand.release();
+}
+
+TEST_F(X11Events, EachButtonHasItsBit)
+{
+    const std::vector<std::pair<int, quint32>> buttons{{1, 1}, {3, 2}, {2, 4}};
+    for (const auto &[button, bit] : buttons) {
+        m_hand.press(button);
+        EXPECT_EQ(m_monitors.pressedMouseButtons(), bit);
+        m_hand.release(button);
+    }
+}
+
+TEST_F(X11Events, TheServerIsAskedForNoMoreThanIsWatched)
+{
+    const auto asked = [] {
+        const XcbReply<xcb_input_xi_get_selected_events_reply_t> reply(xcb_input_xi_get_selected_events_reply(
+            Xcb::connection(), xcb_input_xi_get_selected_events(Xcb::connection(), Xcb::root()), nullptr));
+        uint32_t events = 0;
+        for (auto mask = xcb_input_xi_get_selected_events_masks_iterator(reply.get()); mask.rem;
+            xcb_input_event_mask_next(&mask))
+            events |= *xcb_input_event_mask_mask(mask.data);
+        return events & (XCB_INPUT_XI_EVENT_MASK_RAW_MOTION | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS);
+    };
+    EXPECT_EQ(asked(), 0U);
+    {
+        const auto forMotion = watchOthers(motion);
+        EXPECT_EQ(asked(), uint32_t(XCB_INPUT_XI_EVENT_MASK_RAW_MOTION));
+        const auto forPresses = watchOthers(presses);
+        EXPECT_EQ(asked(),
+            uint32_t(XCB_INPUT_XI_EVENT_MASK_RAW_MOTION)
+                | uint32_t(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS));
+    }
+    EXPECT_EQ(asked(), 0U);
+}
+
 TEST_F(X11Events, WithoutAMonitorNothingIsSeen)
 {
     {
@@ -231,6 +301,36 @@ TEST_F(X11LocalEvents, ASwallowedKeyReachesNobody)
     ASSERT_TRUE(eventually([&] { return seen == 1; }));
     test::deliverEvents();
     EXPECT_EQ(contentKeys, 0);
+}
+
+TEST_F(X11LocalEvents, AHeldKeyRepeats)
+{
+    constexpr int keycodeOfDown = 116;
+    const auto monitor = watch(eventMask(EventKind::keyDown));
+    m_hand.holdKey(keycodeOfDown);
+    ASSERT_TRUE(eventually([&] { return m_seen.size() >= 3; }));
+    m_hand.releaseKey(keycodeOfDown);
+    EXPECT_FALSE(m_seen[0].isARepeat);
+    EXPECT_TRUE(m_seen[1].isARepeat);
+    EXPECT_TRUE(m_seen[2].isARepeat);
+    EXPECT_EQ(m_seen[2].keyCode, KeyCode::downArrow);
+}
+
+TEST_F(X11LocalEvents, HeldModifiersAreTold)
+{
+    // Shift, control and alt of the left hand.
+    const std::vector<std::pair<int, quint32>> modifiers{
+        {50, ModifierFlag::shift}, {37, ModifierFlag::control}, {64, ModifierFlag::option}};
+    for (const auto &[keycode, flag] : modifiers) {
+        const auto monitor = watch(eventMask(EventKind::keyDown));
+        m_seen.clear();
+        m_hand.holdKey(keycode);
+        m_hand.type(keycodeOfUp);
+        m_hand.releaseKey(keycode);
+        ASSERT_TRUE(
+            eventually([&] { return !m_seen.isEmpty() && m_seen.constLast().keyCode == KeyCode::upArrow; }));
+        EXPECT_EQ(m_seen.constLast().modifierFlags & ModifierFlag::any, flag);
+    }
 }
 
 TEST_F(X11LocalEvents, MotionInThePanelTellsWhere)

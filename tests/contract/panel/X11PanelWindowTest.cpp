@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11PanelWindow.h"
 
+#include "foundation/ManualScheduler.h"
 #include "foundation/SystemScheduler.h"
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/ScreenCoordinates.h"
@@ -179,6 +180,35 @@ TEST_F(X11Panel, ComesBackAboveAWindowThatCoversIt)
     ASSERT_TRUE(eventually([&] { return cover.isMapped && !cover.isAbove(id()); }));
     cover.raise();
     EXPECT_TRUE(eventually([&] { return !cover.isAbove(id()); }));
+}
+
+TEST_F(X11Panel, AgainstAWindowThatInsistsItGivesUpForAWhile)
+{
+    ManualScheduler time;
+    X11PanelWindow panel(PanelStyle{}, time);
+    panel.setFrame(QRectF(330, 192, 940, 300), PanelWindow::FrameChange::immediate);
+    panel.orderFrontRegardless();
+    const auto window = xcb_window_t(panel.contentWindow()->winId());
+    ASSERT_TRUE(eventually([&] { return Xcb::isViewable(window); }));
+    OtherProgram insistent(QRect(0, 500, 1600, 500));
+    ASSERT_TRUE(eventually([&] { return insistent.isMapped; }));
+    const auto isRaisedAgain = [&] {
+        insistent.raise();
+        EXPECT_TRUE(eventually([&] { return time.pendingCount() > 0; }));
+        time.advance(0.1);
+        return !insistent.isAbove(window);
+    };
+    int raises = 0;
+    while (raises < 100 && isRaisedAgain())
+        ++raises;
+    EXPECT_GE(raises, 3);
+    EXPECT_LT(raises, 10);
+    time.advance(6);
+    EXPECT_TRUE(insistent.isAbove(window));
+    const OtherProgram later(QRect(0, 900, 10, 10));
+    ASSERT_TRUE(eventually([&] { return time.pendingCount() > 0; }));
+    time.advance(0.1);
+    EXPECT_FALSE(insistent.isAbove(window));
 }
 
 TEST_F(X11Panel, IsCutToTheShapeWhereNothingComposesTransparency)

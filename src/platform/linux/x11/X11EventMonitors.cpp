@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+#include <algorithm>
 #include <xcb/xinput.h>
 
 namespace brindle {
@@ -20,6 +21,9 @@ constexpr double motionInterval = 0.008;
 constexpr EventMask motionMask = eventMask(EventKind::mouseMoved, EventKind::leftMouseDragged,
     EventKind::rightMouseDragged, EventKind::otherMouseDragged);
 constexpr EventMask pressMask = eventMask(EventKind::leftMouseDown, EventKind::rightMouseDown);
+
+constexpr uint32_t primaryButton = 1;
+constexpr uint32_t secondaryButton = 3;
 
 bool hasInputExtension()
 {
@@ -43,6 +47,14 @@ void selectRawEvents(uint32_t events)
     xcb_flush(Xcb::connection());
 }
 
+xcb_window_t makeMailbox()
+{
+    const xcb_window_t mailbox = xcb_generate_id(Xcb::connection());
+    xcb_create_window(Xcb::connection(), XCB_COPY_FROM_PARENT, mailbox, Xcb::root(), -1, -1, 1, 1, 0,
+        XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    return mailbox;
+}
+
 EventKind motionKind(quint32 buttons)
 {
     if (buttons & 1U)
@@ -61,11 +73,19 @@ X11EventMonitors::X11EventMonitors(Scheduler &scheduler, QObject *parent)
 {
     if (hasInputExtension()) {
         m_inputOpcode = xcb_get_extension_data(Xcb::connection(), &xcb_input_id)->major_opcode;
+        m_mailbox = makeMailbox();
         qGuiApp->installNativeEventFilter(this);
     }
 }
 
-X11EventMonitors::~X11EventMonitors() = default;
+X11EventMonitors::~X11EventMonitors()
+{
+    if (m_mailbox == XCB_WINDOW_NONE || !Xcb::connection())
+        return;
+    selectRawEvents(XCB_NONE);
+    xcb_destroy_window(Xcb::connection(), m_mailbox);
+    xcb_flush(Xcb::connection());
+}
 
 QPointF X11EventMonitors::mouseLocation() const
 {
@@ -157,15 +177,25 @@ bool X11EventMonitors::nativeEventFilter(const QByteArray &, void *message, qint
 {
     const auto *event = static_cast<xcb_generic_event_t *>(message);
     constexpr uint8_t typeMask = 0x7f;
-    if ((event->response_type & typeMask) != XCB_GE_GENERIC)
-        return false;
+    if ((event->response_type & typeMask) == XCB_CLIENT_MESSAGE) {
+        const auto *letter = static_cast<xcb_client_message_event_t *>(message);
+        if (letter->window != m_mailbox)
+            return false;
+        pressIsDecided(letter->data.data32[0]);
+        return true;
+    }
     const auto *generic = static_cast<xcb_ge_generic_event_t *>(message);
-    if (generic->extension != m_inputOpcode)
+    if ((event->response_type & typeMask) != XCB_GE_GENERIC || generic->extension != m_inputOpcode)
         return false;
-    if (generic->event_type == XCB_INPUT_RAW_MOTION)
+    if (generic->event_type == XCB_INPUT_RAW_MOTION) {
         rawMotion();
-    else if (generic->event_type == XCB_INPUT_RAW_BUTTON_PRESS)
-        rawPress(int(static_cast<xcb_input_raw_button_press_event_t *>(message)->detail));
+    } else if (generic->event_type == XCB_INPUT_RAW_BUTTON_PRESS) {
+        const auto *press = static_cast<xcb_input_raw_button_press_event_t *>(message);
+        rawPress(press->time, press->detail);
+    } else if (generic->event_type == XCB_INPUT_BUTTON_PRESS) {
+        const auto *press = static_cast<xcb_input_button_press_event_t *>(message);
+        ownPress(press->time);
+    }
     return false;
 }
 
@@ -180,17 +210,37 @@ void X11EventMonitors::rawMotion()
     });
 }
 
-void X11EventMonitors::rawPress(int button)
+// Where the pointer is by now says little: it may have left the window that was pressed. If the press comes
+// to this program, the server has sent it before it gets to a letter that is written now.
+void X11EventMonitors::rawPress(xcb_timestamp_t time, uint32_t button)
 {
-    constexpr int primary = 1;
-    constexpr int secondary = 3;
-    if (button != primary && button != secondary)
+    if (button != primaryButton && button != secondaryButton)
         return;
-    // A press in one of the program's own windows is a local matter.
-    if (QGuiApplication::topLevelAt(QCursor::pos()) != nullptr)
+    m_undecided.push_back({time, button});
+    xcb_client_message_event_t letter{};
+    letter.response_type = XCB_CLIENT_MESSAGE;
+    letter.format = 32;
+    letter.window = m_mailbox;
+    letter.data.data32[0] = time;
+    xcb_send_event(
+        Xcb::connection(), 0, m_mailbox, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&letter));
+    xcb_flush(Xcb::connection());
+}
+
+// By its time only: a person may have exchanged the buttons, which raw input does not know.
+void X11EventMonitors::ownPress(xcb_timestamp_t time)
+{
+    std::erase_if(m_undecided, [time](const Press &press) { return press.time == time; });
+}
+
+void X11EventMonitors::pressIsDecided(xcb_timestamp_t time)
+{
+    const auto press = std::ranges::find(m_undecided, time, &Press::time);
+    if (press == m_undecided.end())
         return;
     InputEvent event;
-    event.kind = button == primary ? EventKind::leftMouseDown : EventKind::rightMouseDown;
+    event.kind = press->button == primaryButton ? EventKind::leftMouseDown : EventKind::rightMouseDown;
+    m_undecided.erase(press);
     send(m_global, event);
 }
 

@@ -10,6 +10,8 @@
 
 #include <map>
 #include <memory>
+#include <vector>
+#include <xcb/xcb.h>
 
 class QWindow;
 
@@ -18,9 +20,9 @@ namespace brindle {
 /// Watches the X server's raw input for what goes to other programs, and Qt's events for what comes to this
 /// one.
 ///
-/// Raw input does not tell whose it is: a press is held against what lies below the pointer, while motion
-/// over the program's own windows is told to global monitors as well, for another program may have grabbed
-/// it.
+/// Raw input does not tell whose it is. A press is another program's when the server has nothing of it for
+/// this one. Motion over the program's own windows is told to global monitors as well, for another program
+/// may have grabbed it.
 class X11EventMonitors : public QObject, public EventMonitors, private QAbstractNativeEventFilter
 {
     Q_OBJECT
@@ -45,6 +47,11 @@ private:
         EventMask mask;
         std::function<Disposition(const InputEvent &)> handler;
     };
+    struct Press
+    {
+        xcb_timestamp_t time;
+        uint32_t button;
+    };
     using Monitors = std::map<quint64, Monitor>;
 
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
@@ -52,11 +59,16 @@ private:
     bool send(const Monitors &monitors, const InputEvent &event);
     void monitorsChanged();
     void rawMotion();
-    void rawPress(int button);
+    void rawPress(xcb_timestamp_t time, uint32_t button);
+    void ownPress(xcb_timestamp_t time);
+    void pressIsDecided(xcb_timestamp_t time);
     static EventMask maskOf(const Monitors &monitors);
 
     Scheduler &m_scheduler;
     int m_inputOpcode = 0;
+    /// A window that nobody sees, to which the program writes itself.
+    xcb_window_t m_mailbox = XCB_WINDOW_NONE;
+    std::vector<Press> m_undecided;
     Monitors m_global;
     Monitors m_local;
     quint64 m_lastNumber = 0;
