@@ -1,6 +1,5 @@
 #include "island/ActivityPresentation.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace brindle {
@@ -17,8 +16,7 @@ ActivityPresentation ActivityPresentation::of(const SystemActivity &activity)
     if (content.progress) {
         result.hasProgress = true;
         result.progress = *content.progress;
-        result.percent = int(std::lround(std::clamp(*content.progress, 0.0, 1.0) * 100));
-        result.accessibleValue = QStringLiteral("%1 percent").arg(result.percent);
+        result.accessibleValue = QStringLiteral("%1 percent").arg(std::lround(result.progress * 100));
     }
     return result;
 }

@@ -19,9 +19,8 @@ struct ActivityPresentation
     Q_PROPERTY(QString symbol MEMBER symbol)
     Q_PROPERTY(bool hasProgress MEMBER hasProgress)
     Q_PROPERTY(double progress MEMBER progress)
-    /// What is read out: the name, the level in whole per cent, and that level in words.
+    /// What is read out: the name, and the level in words.
     Q_PROPERTY(QString accessibleName MEMBER accessibleName)
-    Q_PROPERTY(int percent MEMBER percent)
     Q_PROPERTY(QString accessibleValue MEMBER accessibleValue)
 
 public:
@@ -33,7 +32,6 @@ public:
     bool hasProgress = false;
     double progress = 0;
     QString accessibleName;
-    int percent = 0;
     QString accessibleValue;
 
     bool operator==(const ActivityPresentation &) const = default;

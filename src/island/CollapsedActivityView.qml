@@ -12,10 +12,6 @@ Item {
     Accessible.role: root.activity.hasProgress ? Accessible.ProgressBar : Accessible.StaticText
     Accessible.name: root.activity.accessibleName
     Accessible.description: root.activity.accessibleValue
-    // What assistive programs read as the bar's value.
-    readonly property int minimumValue: 0
-    readonly property int maximumValue: 100
-    readonly property int value: root.activity.percent
 
     Loader {
         x: 11

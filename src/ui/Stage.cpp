@@ -9,6 +9,12 @@ void Stage::setSubject(const StageSubject &subject)
     if (subject == m_subject)
         return;
     m_subject = subject;
+    // What was only thought of while the view was being made was never seen.
+    if (!m_isComplete && !m_entries.isEmpty()) {
+        beginResetModel();
+        m_entries.clear();
+        endResetModel();
+    }
     if (hasPresent() && m_entries.last().subject.key == subject.key) {
         renewPresent();
     } else {

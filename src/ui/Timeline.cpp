@@ -7,6 +7,9 @@ void Timeline::setClock(Clock *clock)
     if (clock == m_clock)
         return;
     m_clock = clock;
+    // The date is right from the start, also where nothing runs yet.
+    if (clock)
+        tick();
     restart();
 }
 

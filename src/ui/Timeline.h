@@ -13,7 +13,8 @@ namespace brindle {
 /// Says what time it is, now and then: `date` is renewed each `interval` while it runs, for drawings that
 /// live.
 ///
-/// When it does not run, nothing wakes. Each start renews `date` at once. Main thread.
+/// When it does not run, nothing wakes. Each start renews `date` at once, and so does a new clock. Main
+/// thread.
 class Timeline : public QObject, public QQmlParserStatus
 {
     Q_OBJECT

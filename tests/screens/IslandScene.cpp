@@ -84,10 +84,7 @@ QImage IslandScene::picture()
     const QImage &island = content();
     QImage image(island.size(), QImage::Format_RGB32);
     QPainter painter(&image);
-    QLinearGradient wallpaper(0, 0, 0, image.height());
-    wallpaper.setColorAt(0, QColor(0x9f, 0xb4, 0xc7));
-    wallpaper.setColorAt(1, QColor(0xd9, 0xd2, 0xc5));
-    painter.fillRect(image.rect(), wallpaper);
+    painter.fillRect(image.rect(), QColor(0xaf, 0xbd, 0xc9));
     QImage plain = island;
     plain.setDevicePixelRatio(1);
     painter.drawImage(0, 0, plain);

@@ -43,6 +43,7 @@ public:
     IslandPresenter &presenter() { return m_host->presenter(); }
     FakePanelWindow &panel() { return m_panel; }
     QQuickWindow &window() { return m_window; }
+    QQuickRenderControl &control() { return m_control; }
     SettingsStore &settings() { return session.container.settings(); }
 
     /// Lets time pass, with frames as they would come.

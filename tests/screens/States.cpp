@@ -305,7 +305,15 @@ const QList<ScreenState> movingStates{
 
 const QList<ScreenState> &allScreenStates()
 {
-    static const QList<ScreenState> states = closedStates + eventStates + openStates + movingStates;
+    static const QList<ScreenState> states = [] {
+        QList<ScreenState> small = closedStates + eventStates;
+        for (ScreenState &state : small) {
+            state.area = QRectF(240, 0, 460, 90);
+            state.isForEyesOnly = QLatin1StringView(state.name).contains(u"-rtl-")
+                || QLatin1StringView(state.name).contains(u"-cjk-");
+        }
+        return small + openStates + movingStates;
+    }();
     return states;
 }
 

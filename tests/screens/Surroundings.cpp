@@ -1,31 +1,37 @@
 #include "screens/Surroundings.h"
 
 #include <QFont>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QQuickWindow>
 
+#include <ctime>
+
 namespace brindle {
 
-std::unique_ptr<QGuiApplication> pinnedApplication(int &argc, char **argv)
+void pinSurroundings()
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("TZ", "UTC");
-    qputenv("QT_FONT_DPI", "96");
-    qunsetenv("QT_SCALE_FACTOR");
+    tzset();
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    auto application = std::make_unique<QGuiApplication>(argc, argv);
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     QFont font(QStringLiteral("Inter"));
     font.setHintingPreference(QFont::PreferNoHinting);
     QGuiApplication::setFont(font);
-    return application;
 }
 
 QImage pictureOf(const ScreenState &state, double scale)
 {
     IslandScene scene(scale);
     state.stage(scene);
-    return scene.picture();
+    const QImage whole = scene.picture();
+    const QRectF seen = state.area.isNull() ? QRectF(QPointF(), IslandSurface::panelSize) : state.area;
+    return whole.copy(QRectF(seen.topLeft() * scale, seen.size() * scale).toRect());
+}
+
+QString fileNameOf(const ScreenState &state, int scale)
+{
+    return QStringLiteral("%1@%2x.png").arg(QLatin1StringView(state.name)).arg(scale);
 }
 
 } // namespace brindle

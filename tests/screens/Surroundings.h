@@ -2,16 +2,15 @@
 
 #include "screens/States.h"
 
-#include <QGuiApplication>
-
-#include <memory>
-
 namespace brindle {
 
-/// An application object that draws alike on every machine: font, locale, time zone and renderer are pinned.
-std::unique_ptr<QGuiApplication> pinnedApplication(int &argc, char **argv);
+/// Makes the application draw alike on every machine: font, locale, time zone and renderer are pinned. To be
+/// called before the first window.
+void pinSurroundings();
 
 /// The island in this state; `scale` is in device pixels for each point.
 QImage pictureOf(const ScreenState &state, double scale);
+/// "name@2x.png"
+QString fileNameOf(const ScreenState &state, int scale);
 
 } // namespace brindle

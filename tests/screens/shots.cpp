@@ -5,24 +5,25 @@
 #include "screens/Surroundings.h"
 
 #include <QDir>
+#include <QGuiApplication>
 
 using namespace brindle;
 
 int main(int argc, char **argv)
 {
-    const auto application = pinnedApplication(argc, argv);
-    if (argc < 2)
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() < 2)
         return 2;
-    const QDir folder(QString::fromLocal8Bit(argv[1]));
+    pinSurroundings();
+    const QDir folder(arguments[1]);
     folder.mkpath(QStringLiteral("."));
-    const QStringList wanted = application->arguments().mid(2);
     for (const ScreenState &state : allScreenStates()) {
-        const QString name = QString::fromLatin1(state.name);
+        if (arguments.size() > 2 && !arguments.contains(QLatin1StringView(state.name)))
+            continue;
         for (const int scale : {1, 2}) {
-            if (!wanted.isEmpty() && !wanted.contains(name))
-                continue;
-            const QString path = folder.filePath(QStringLiteral("%1@%2x.png").arg(name).arg(scale));
-            if (!pictureOf(state, scale).save(path))
+            if (!pictureOf(state, scale).save(folder.filePath(fileNameOf(state, scale))))
                 return 1;
         }
     }

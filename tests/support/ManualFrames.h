@@ -10,7 +10,14 @@ class ManualFrames : public QAnimationDriver
 {
 public:
     ManualFrames() { install(); }
-    ~ManualFrames() override { uninstall(); }
+    ~ManualFrames() override
+    {
+        // Animations that ended with the scene stop the clock on the next turn; the next scene wants a fresh
+        // one.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::sendPostedEvents();
+        uninstall();
+    }
 
     void advanceBy(int milliseconds)
     {

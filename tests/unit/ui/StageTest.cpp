@@ -69,6 +69,16 @@ TEST_F(StageTest, OnlyWhoLeavesCanBeTakenAway)
     EXPECT_EQ(stage.rowCount(), 1);
 }
 
+TEST_F(StageTest, WhatChangesBeforeItIsMadeWasNeverThere)
+{
+    stage.classBegin();
+    stage.setSubject({QStringLiteral("a"), 1});
+    stage.setSubject({QStringLiteral("b"), 2});
+    stage.componentComplete();
+    EXPECT_THAT(presence(), ElementsAre(true));
+    EXPECT_EQ(at(0, Stage::ContentRole), 2);
+}
+
 TEST_F(StageTest, WhatIsThereFromTheStartMakesNoEntrance)
 {
     stage.classBegin();

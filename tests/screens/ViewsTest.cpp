@@ -1,0 +1,340 @@
+#include "activities/ActivityCoordinator.h"
+#include "core/SettingsStore.h"
+#include "screens/Surroundings.h"
+#include "ui/RoundedPicture.h"
+
+#include <QAccessible>
+#include <QBuffer>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QStringList>
+
+#include <gmock/gmock.h>
+
+namespace brindle {
+namespace {
+
+using testing::Contains;
+using testing::Not;
+
+SystemActivity soundOf(const IslandScene &scene, double level)
+{
+    SystemActivity activity;
+    activity.id = QUuid::createUuidV5(QUuid(), QStringLiteral("sound"));
+    activity.type = ActivityType::systemControl;
+    activity.createdAt = scene.session.now();
+    activity.duration = 30;
+    activity.content = {QStringLiteral("Sound"), {}, QStringLiteral("speaker.wave.2.fill"), level};
+    return activity;
+}
+
+NowPlayingTrack songOf(bool isPlaying)
+{
+    NowPlayingTrack track;
+    track.title = QStringLiteral("Slow Harbour");
+    track.isPlaying = isPlaying;
+    return track;
+}
+
+class ViewsTest : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        pinSurroundings();
+        QAccessible::setActive(true);
+    }
+
+    /// Everything in the accessibility tree that is not hidden.
+    QList<QAccessibleInterface *> accessibles()
+    {
+        QList<QAccessibleInterface *> result;
+        collect(QAccessible::queryAccessibleInterface(&scene.window()), result);
+        return result;
+    }
+    static void collect(QAccessibleInterface *from, QList<QAccessibleInterface *> &into)
+    {
+        for (int i = 0; from && i < from->childCount(); ++i) {
+            into << from->child(i);
+            collect(from->child(i), into);
+        }
+    }
+    std::vector<std::string> names()
+    {
+        std::vector<std::string> result;
+        for (const QAccessibleInterface *each : accessibles())
+            result.push_back(each->text(QAccessible::Name).toStdString());
+        return result;
+    }
+    QAccessibleInterface *named(const QString &name)
+    {
+        for (QAccessibleInterface *each : accessibles()) {
+            if (each->text(QAccessible::Name) == name)
+                return each;
+        }
+        return nullptr;
+    }
+    void press(const QString &name)
+    {
+        QAccessibleInterface *control = named(name);
+        ASSERT_NE(control, nullptr) << name.toStdString();
+        control->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    }
+    void click(QPointF position)
+    {
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            const bool isDown = type == QEvent::MouseButtonPress;
+            QMouseEvent event(
+                type, position, position, Qt::LeftButton, isDown ? Qt::LeftButton : Qt::NoButton, {});
+            QCoreApplication::sendEvent(&scene.window(), &event);
+        }
+    }
+    /// Frames that were asked for while time passes.
+    int framesDuring(double seconds)
+    {
+        scene.content();
+        int asked = 0;
+        auto &control = scene.control();
+        const auto count = [&asked] { ++asked; };
+        const auto changed = QObject::connect(&control, &QQuickRenderControl::sceneChanged, &control, count);
+        const auto wanted =
+            QObject::connect(&control, &QQuickRenderControl::renderRequested, &control, count);
+        int frames = 0;
+        for (double passed = 0; passed < seconds; passed += 0.01) {
+            scene.pass(0.01);
+            frames += asked > 0;
+            asked = 0;
+            scene.content();
+            asked = 0;
+        }
+        QObject::disconnect(changed);
+        QObject::disconnect(wanted);
+        return frames;
+    }
+    qsizetype waiting() const { return scene.session.platform.time.pendingCount(); }
+
+    IslandScene scene;
+};
+
+TEST_F(ViewsTest, TheClosedIslandIsAButtonThatOpens)
+{
+    EXPECT_THAT(names(), Contains("Velmora"));
+    press(QStringLiteral("Velmora"));
+    EXPECT_TRUE(scene.viewModel().isExpanded());
+}
+
+TEST_F(ViewsTest, ALevelIsReadOutWithItsValue)
+{
+    scene.show(soundOf(scene, 0.5));
+    scene.settle();
+    QAccessibleInterface *level = named(QStringLiteral("Sound"));
+    ASSERT_NE(level, nullptr);
+    EXPECT_EQ(level->role(), QAccessible::ProgressBar);
+    EXPECT_EQ(level->text(QAccessible::Description), QStringLiteral("50 percent"));
+    EXPECT_EQ(level->childCount(), 0) << "the row is one thing";
+}
+
+TEST_F(ViewsTest, TheWaveformSaysWhetherAudioPlays)
+{
+    scene.play(songOf(true), 0.5);
+    scene.settle();
+    EXPECT_THAT(names(), Contains("Audio playing"));
+    scene.play(songOf(false), 0.5);
+    scene.settle();
+    EXPECT_THAT(names(), Contains("Audio paused"));
+    EXPECT_THAT(names(), Not(Contains("Audio playing")));
+}
+
+TEST_F(ViewsTest, TheOpenIslandNamesItsTabsClockAndBattery)
+{
+    scene.open();
+    for (const char *name : {"Media", "Shelf", "Calculator", "Settings…", "Battery, 0%", "Mon 12:00 AM"})
+        EXPECT_THAT(names(), Contains(name));
+    EXPECT_THAT(names(), Not(Contains("AI")));
+    EXPECT_TRUE(named(QStringLiteral("Media"))->state().checked);
+    EXPECT_FALSE(named(QStringLiteral("Shelf"))->state().checked);
+}
+
+TEST_F(ViewsTest, ATabIsSelectedThroughItsAccessibleAction)
+{
+    scene.open();
+    press(QStringLiteral("Calculator"));
+    EXPECT_EQ(scene.viewModel().selectedTab(), IslandTab::calculator);
+    EXPECT_TRUE(named(QStringLiteral("Calculator"))->state().checked);
+}
+
+TEST_F(ViewsTest, HidingTheSelectedTabSelectsTheFirstVisibleOne)
+{
+    scene.viewModel().setSelectedTab(IslandTab::shelf);
+    scene.open();
+    scene.settings().setShowShelfTab(false);
+    scene.settle();
+    EXPECT_EQ(scene.viewModel().selectedTab(), IslandTab::media);
+    EXPECT_THAT(names(), Not(Contains("Shelf")));
+}
+
+TEST_F(ViewsTest, ATapOnTheShapeOpensAndOneBesideItDoesNot)
+{
+    click({300, 20});
+    EXPECT_FALSE(scene.viewModel().isExpanded());
+    click({343, 10}); // in the frame, but in a shoulder's hollow
+    EXPECT_FALSE(scene.viewModel().isExpanded());
+    click({470, 20});
+    EXPECT_TRUE(scene.viewModel().isExpanded());
+}
+
+TEST_F(ViewsTest, ATapOnATabSelectsIt)
+{
+    scene.open();
+    click({65, 42 + 12 + 44 + 17});
+    EXPECT_EQ(scene.viewModel().selectedTab(), IslandTab::shelf);
+}
+
+TEST_F(ViewsTest, TheOpenIslandIsBuiltOnOpeningAndTornDownOnClosing)
+{
+    EXPECT_EQ(scene.session.monitors(), 0);
+    scene.open();
+    EXPECT_EQ(scene.session.monitors(), 1) << "the sidebar watches scrolls";
+    scene.viewModel().collapse(true);
+    scene.settle();
+    EXPECT_EQ(scene.session.monitors(), 0);
+    EXPECT_THAT(names(), Not(Contains("Media")));
+}
+
+TEST_F(ViewsTest, AtRestNoFrameIsDrawnAndNothingWakes)
+{
+    scene.settle();
+    EXPECT_EQ(waiting(), 0);
+    EXPECT_EQ(framesDuring(5), 0);
+}
+
+TEST_F(ViewsTest, AtRestTheOpenIslandOnlyKeepsTheClock)
+{
+    scene.open();
+    EXPECT_EQ(waiting(), 1);
+    EXPECT_EQ(framesDuring(5), 0);
+}
+
+TEST_F(ViewsTest, TheBarsMoveTwentyFourTimesASecondWhileAudioPlays)
+{
+    scene.play(songOf(true), 0.5);
+    scene.settle();
+    EXPECT_NEAR(framesDuring(2), 48, 1);
+    scene.play(songOf(false), 0.5);
+    scene.settle();
+    EXPECT_EQ(waiting(), 0);
+    EXPECT_EQ(framesDuring(2), 0);
+}
+
+TEST_F(ViewsTest, TheLevelMovesAtMostThirtyTimesASecondWhileItShows)
+{
+    scene.show(soundOf(scene, 0.5));
+    scene.settle();
+    const int frames = framesDuring(2);
+    EXPECT_LE(frames, 61);
+    EXPECT_GE(frames, 50);
+    scene.pass(30);
+    EXPECT_EQ(waiting(), 0);
+}
+
+TEST_F(ViewsTest, WithReducedMotionNothingRunsByItself)
+{
+    scene.session.platform.accessibility.setReduceMotion(true);
+    scene.play(songOf(true), 0.5);
+    scene.settle();
+    EXPECT_EQ(waiting(), 0);
+    scene.show(soundOf(scene, 0.5));
+    scene.settle();
+    EXPECT_EQ(waiting(), 1) << "the end of the event";
+    EXPECT_EQ(framesDuring(2), 0);
+}
+
+TEST_F(ViewsTest, TheClockIsRenewedEachMinute)
+{
+    scene.open();
+    scene.pass(61);
+    EXPECT_THAT(names(), Contains("Mon 12:01 AM"));
+}
+
+TEST_F(ViewsTest, TheInputShapeIsWhatIsDrawnInEveryFrame)
+{
+    const auto expectInStep = [this] {
+        EXPECT_EQ(scene.panel().inputShape, scene.presenter().surface()->outline());
+    };
+    expectInStep();
+    scene.viewModel().expand();
+    for (int frame = 0; frame < 100; ++frame) {
+        scene.pass(0.01);
+        expectInStep();
+    }
+    scene.viewModel().collapse(true);
+    for (int frame = 0; frame < 100; ++frame) {
+        scene.pass(0.01);
+        expectInStep();
+    }
+    EXPECT_EQ(scene.panel().inputShape.boundingRect(), QRectF(340, 0, 260, 38));
+}
+
+TEST_F(ViewsTest, ADragIsAnsweredWithCopyAndHandedToTheViewModel)
+{
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a"))});
+    scene.session.pressPrimaryButton();
+    QDragEnterEvent enter(
+        QPoint(470, 20), Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&scene.window(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    EXPECT_TRUE(scene.viewModel().isExternalDragActive());
+    EXPECT_TRUE(scene.viewModel().isExpanded());
+    EXPECT_EQ(scene.viewModel().selectedTab(), IslandTab::shelf);
+
+    scene.settle();
+    QDragMoveEvent move(
+        QPoint(300, 150), Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&scene.window(), &move);
+    EXPECT_TRUE(move.isAccepted());
+    EXPECT_EQ(move.dropAction(), Qt::CopyAction);
+
+    scene.session.releaseButtons();
+    QDropEvent drop(
+        QPointF(300, 150), Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&scene.window(), &drop);
+    EXPECT_FALSE(drop.isAccepted()) << "there is no shelf to take it";
+    EXPECT_FALSE(scene.viewModel().isExternalDragActive());
+}
+
+TEST_F(ViewsTest, ADragOfUnknownThingsIsLeftAlone)
+{
+    QMimeData other;
+    other.setData(QStringLiteral("application/x-other"), "x");
+    scene.session.pressPrimaryButton();
+    QDragEnterEvent enter(QPoint(470, 20), Qt::CopyAction, &other, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&scene.window(), &enter);
+    EXPECT_FALSE(scene.viewModel().isExternalDragActive());
+}
+
+TEST_F(ViewsTest, ADragThatLeavesEndsOnceTheButtonIsUp)
+{
+    QMimeData text;
+    text.setText(QStringLiteral("words"));
+    scene.session.pressPrimaryButton();
+    QDragEnterEvent enter(QPoint(470, 20), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&scene.window(), &enter);
+    ASSERT_TRUE(scene.viewModel().isExternalDragActive());
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(&scene.window(), &leave);
+    scene.session.releaseButtons();
+    scene.pass(0.5);
+    EXPECT_FALSE(scene.viewModel().isExternalDragActive());
+}
+
+TEST(RoundedPicture, HasNothingToShowWithoutAPicture)
+{
+    RoundedPicture picture;
+    EXPECT_FALSE(picture.hasPicture());
+    picture.setPicture(QImage(4, 4, QImage::Format_RGB32));
+    EXPECT_TRUE(picture.hasPicture());
+}
+
+} // namespace
+} // namespace brindle
