@@ -36,7 +36,7 @@ public:
             m_witness->check(true);
         }
         if (event.pause > 0) {
-            m_program.platform.time.advance(event.pause);
+            m_program.pass(event.pause);
             m_witness->check(true);
         }
         return m_witness->complaint();

@@ -12,6 +12,9 @@ namespace brindle::simulation {
 
 namespace {
 
+/// Milliseconds.
+constexpr int frameInterval = 100;
+
 const QRectF sidebarBounds(10, 42, 54, 240);
 
 const std::array<QList<Screen>, 5> displaySets{{
@@ -39,9 +42,14 @@ InputEvent eventOf(EventKind kind)
 
 } // namespace
 
-HeadlessContent::HeadlessContent(IslandViewModel &viewModel) : m_viewModel(viewModel)
+HeadlessContent::HeadlessContent(IslandViewModel &viewModel, PanelWindow &panel)
+    : m_viewModel(viewModel)
+    , m_surface(viewModel)
 {
     connect(&viewModel, &IslandViewModel::isExpandedChanged, this, &HeadlessContent::follow);
+    const auto cut = [this, &panel] { panel.setInputShape(m_surface.outline()); };
+    connect(&m_surface, &IslandSurface::shapeChanged, this, cut);
+    cut();
 }
 
 void HeadlessContent::follow()
@@ -64,8 +72,8 @@ void Program::launch()
 {
     m_container = std::make_unique<AppContainer>(platform);
     m_delegate =
-        std::make_unique<AppDelegate>(*m_container, [this](IslandViewModel &viewModel, PanelWindow &) {
-            auto content = std::make_unique<HeadlessContent>(viewModel);
+        std::make_unique<AppDelegate>(*m_container, [this](IslandViewModel &viewModel, PanelWindow &panel) {
+            auto content = std::make_unique<HeadlessContent>(viewModel, panel);
             m_content = content.get();
             return content;
         });
@@ -83,6 +91,14 @@ void Program::relaunch(bool isOrderly)
     m_isDragOver = false;
     m_interactions = 0;
     launch();
+}
+
+void Program::pass(double seconds)
+{
+    platform.time.advance(seconds);
+    // A frame for each tenth of a second is enough for a shape that nobody looks at.
+    for (int left = int(seconds * 1000); left > 0 && m_content->surface().isMoving(); left -= frameInterval)
+        frames.advanceBy(std::min(left, frameInterval));
 }
 
 void Program::apply(const Event &event)
@@ -291,12 +307,12 @@ void Program::changeInteraction(bool begins)
 
 void Program::layOutZones(const Event &event)
 {
-    IslandExternalDropFrames frames;
+    IslandExternalDropFrames zones;
     if (event.choice % 4 != 0)
-        frames.storage = QRectF(80, 50, 100 + event.x * 300, 200);
+        zones.storage = QRectF(80, 50, 100 + event.x * 300, 200);
     if (event.choice % 4 < 2)
-        frames.airDrop = QRectF(100 + event.y * 500, 50, 300, 200);
-    island().dropFramesChanged(frames);
+        zones.airDrop = QRectF(100 + event.y * 500, 50, 300, 200);
+    island().dropFramesChanged(zones);
 }
 
 void Program::changeSetting(const Event &event)

@@ -3,9 +3,11 @@
 #include "core/AppContainer.h"
 #include "core/AppDelegate.h"
 #include "island/IslandPanelController.h"
+#include "island/IslandSurface.h"
 #include "island/SidebarNavigation.h"
 #include "platform/fake/FakePlatform.h"
 #include "simulation/Trail.h"
+#include "support/ManualFrames.h"
 
 #include <QPointer>
 
@@ -13,19 +15,21 @@
 
 namespace brindle::simulation {
 
-/// What the panel holds here instead of a scene: the parts of the open island that have rules in them, made
-/// and dropped with it as the scene does.
+/// What the panel holds here instead of a scene: the shape, with which the input shape is kept in step, and
+/// the parts of the open island that have rules in them, made and dropped with it as the scene does.
 class HeadlessContent : public QObject
 {
 public:
-    explicit HeadlessContent(IslandViewModel &viewModel);
+    HeadlessContent(IslandViewModel &viewModel, PanelWindow &panel);
 
     bool isOpen() const { return m_sidebar != nullptr; }
+    const IslandSurface &surface() const { return m_surface; }
 
 private:
     void follow();
 
     IslandViewModel &m_viewModel;
+    IslandSurface m_surface;
     std::unique_ptr<SidebarNavigation> m_sidebar;
 };
 
@@ -54,11 +58,13 @@ public:
 
     /// Lets the event happen, without ending the turn and without its pause.
     void apply(const Event &event);
+    /// Lets time pass, with the frames that are drawn meanwhile.
+    void pass(double seconds);
 
     AppContainer &container() { return *m_container; }
     IslandPanelController &controller() { return *m_delegate->panelController(); }
     IslandViewModel &island() { return controller().viewModel(); }
-    bool isContentOpen() const { return m_content && m_content->isOpen(); }
+    const HeadlessContent &content() const { return *m_content; }
 
     /// Interactions of tabs that have begun and not ended.
     int interactions() const { return m_interactions; }
@@ -66,6 +72,7 @@ public:
     /// How many launches there were; each has a new container and a new island.
     int launches() const { return m_launches; }
 
+    ManualFrames frames;
     FakePlatform platform;
 
     /// Who is told what the person does; may be null.

@@ -105,6 +105,7 @@ void Witness::check(bool isSettled)
     checkIsland();
     checkDrag();
     checkDelays();
+    checkShape();
     if (isSettled) {
         checkServices();
         checkPanel();
@@ -156,7 +157,7 @@ void Witness::checkIsland()
     if (m_island.isHoverPending())
         expect(m_island.isPointerInside() && !m_island.isExpanded() && !m_island.isCollapsePending(),
             QStringLiteral("an opening is pending without reason"));
-    expect(m_program.isContentOpen() == m_island.isExpanded(),
+    expect(m_program.content().isOpen() == m_island.isExpanded(),
         QStringLiteral("the content is not as the island"));
     if (m_island.isExpanded())
         expect(m_program.container().settings().visibleTabs().contains(m_island.selectedTab()),
@@ -209,12 +210,39 @@ void Witness::checkPanel()
         QStringLiteral("the panel is not where it belongs"));
 }
 
+// What takes the pointer, what is drawn, and what the state asks for are one and the same shape.
+void Witness::checkShape()
+{
+    const IslandSurface &surface = m_program.content().surface();
+    const QRectF panel = m_program.platform.panel->frame();
+    const QRectF rectangle = m_program.controller().interactiveRectangle();
+    const QSizeF asked = surface.targetSize().boundedTo(panel.size());
+    expect(rectangle.size() == asked,
+        QStringLiteral("the pointer meets %1 by %2, but %3 by %4 is to be drawn")
+            .arg(rectangle.width())
+            .arg(rectangle.height())
+            .arg(asked.width())
+            .arg(asked.height()));
+    expect(m_program.platform.panel->inputShape == surface.outline(),
+        QStringLiteral("the input shape is not the drawn one"));
+    if (surface.isMoving())
+        return;
+    const QRectF drawn = surface.outline().boundingRect();
+    expect(std::abs(drawn.width() - surface.targetSize().width()) < rounding
+            && std::abs(drawn.height() - surface.targetSize().height()) < rounding,
+        QStringLiteral("the shape came to rest at %1 by %2").arg(drawn.width()).arg(drawn.height()));
+    expect(std::abs(drawn.center().x() - IslandSurface::panelSize.width() / 2) < rounding
+            && std::abs(drawn.top()) < rounding,
+        QStringLiteral("the shape came to rest off the top centre"));
+}
+
 // Whatever else waits was forgotten by somebody.
 void Witness::checkDelays()
 {
     const int drags = m_island.isExternalDragTaskPending() ? 1 : 0;
     const int known = int(m_island.isHoverPending()) + int(m_island.isCollapsePending()) + drags
-        + int(m_program.container().activities().isExpiryPending());
+        + int(m_program.container().activities().isExpiryPending())
+        + int(m_program.content().surface().isRevealPending());
     const auto pending = m_program.platform.time.pendingCount();
     expect(pending >= known && pending <= known + drags,
         QStringLiteral("%1 delays wait, but %2 are known of").arg(pending).arg(known));

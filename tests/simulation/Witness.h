@@ -45,6 +45,7 @@ private:
     void checkServices();
     void checkPanel();
     void checkDelays();
+    void checkShape();
     double uptime() const;
 
     Program &m_program;
