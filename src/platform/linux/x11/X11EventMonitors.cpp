@@ -6,6 +6,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QWindow>
 
 #include <algorithm>
@@ -249,11 +250,25 @@ bool X11EventMonitors::eventFilter(QObject *watched, QEvent *event)
     // Only what arrives at a window: items get the same events again.
     if (!watched->isWindowType())
         return false;
+    if (event->type() == QEvent::KeyRelease) {
+        const auto *release = static_cast<QKeyEvent *>(event);
+        m_lastRelease = {release->nativeScanCode(), release->timestamp()};
+        return false;
+    }
     std::optional<InputEvent> input = localInputEvent(*static_cast<QWindow *>(watched), *event);
     if (!input)
         return false;
+    if (event->type() == QEvent::KeyPress)
+        input->isARepeat = isRepeat(*static_cast<QKeyEvent *>(event));
     m_scroll.mark(*input);
     return send(m_local, *input);
+}
+
+// A held key goes up and down again in the same millisecond. Qt looks for that too, but misses it where the
+// two do not arrive together, and goes on believing in it where the real release went to another program.
+bool X11EventMonitors::isRepeat(const QKeyEvent &press) const
+{
+    return press.nativeScanCode() == m_lastRelease.key && press.timestamp() == m_lastRelease.time;
 }
 
 } // namespace brindle

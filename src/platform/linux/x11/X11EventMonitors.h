@@ -13,6 +13,7 @@
 #include <vector>
 #include <xcb/xcb.h>
 
+class QKeyEvent;
 class QWindow;
 
 namespace brindle {
@@ -52,6 +53,12 @@ private:
         xcb_timestamp_t time;
         uint32_t button;
     };
+    /// A key by its place on the keyboard, and when it came up.
+    struct Release
+    {
+        quint32 key = 0;
+        quint64 time = 0;
+    };
     using Monitors = std::map<quint64, Monitor>;
 
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
@@ -62,6 +69,7 @@ private:
     void rawPress(xcb_timestamp_t time, uint32_t button);
     void ownPress(xcb_timestamp_t time);
     void pressIsDecided(xcb_timestamp_t time);
+    bool isRepeat(const QKeyEvent &press) const;
     static EventMask maskOf(const Monitors &monitors);
 
     Scheduler &m_scheduler;
@@ -73,6 +81,7 @@ private:
     Monitors m_local;
     quint64 m_lastNumber = 0;
     bool m_filtersLocalEvents = false;
+    Release m_lastRelease;
     Delay m_motion;
     ScrollGesture m_scroll;
     Lifetime m_lifetime;
