@@ -36,7 +36,7 @@ struct LinuxPlatform::Parts
     BlueZDevices bluetoothDevices{systemBus};
     NullHaptics haptics;
     PortalAccessibilitySettings accessibilitySettings{sessionBus};
-    TrayMenuBarItem menuBarItem{scheduler};
+    TrayMenuBarItem menuBarItem{scheduler, sessionBus};
     QtHostApplication application;
 };
 

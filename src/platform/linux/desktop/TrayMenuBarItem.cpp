@@ -11,7 +11,7 @@ namespace brindle {
 
 namespace {
 
-/// Seconds from the launch to the icon.
+/// Seconds from the launch until a place for the icon is looked for.
 constexpr double patience = 0.4;
 
 /// Trays are dark or light and do not tell which; a white drawing with a dark rim is seen on both.
@@ -48,20 +48,29 @@ QIcon iconOf(const QString &symbol)
 
 } // namespace
 
-TrayMenuBarItem::TrayMenuBarItem(Scheduler &scheduler) : m_scheduler(scheduler) { }
+TrayMenuBarItem::TrayMenuBarItem(Scheduler &scheduler, BusConnection &sessionBus)
+    : m_scheduler(scheduler)
+    , m_hosts(sessionBus)
+{
+    connect(&m_hosts, &TrayHosts::found, this, &TrayMenuBarItem::build);
+}
 
 TrayMenuBarItem::~TrayMenuBarItem() = default;
 
 void TrayMenuBarItem::install(const QString &symbol, const QList<MenuEntry> &entries)
 {
-    m_building = m_scheduler.after(patience, [this, symbol, entries] { build(symbol, entries); });
+    m_symbol = symbol;
+    m_entries = entries;
+    m_looking = m_scheduler.after(patience, [this] { m_hosts.follow(); });
 }
 
-void TrayMenuBarItem::build(const QString &symbol, const QList<MenuEntry> &entries)
+// Qt chooses the protocol for the life of the process when it is first asked for an icon, so it is asked only
+// now.
+void TrayMenuBarItem::build()
 {
     m_menu = std::make_unique<QMenu>();
-    fillMenu(entries);
-    m_icon = std::make_unique<QSystemTrayIcon>(iconOf(symbol));
+    fillMenu();
+    m_icon = std::make_unique<QSystemTrayIcon>(iconOf(m_symbol));
     m_icon->setToolTip(QStringLiteral("Velmora"));
     m_icon->setContextMenu(m_menu.get());
     // An ordinary click asks for the menu too: the icon has no other use.
@@ -73,9 +82,9 @@ void TrayMenuBarItem::build(const QString &symbol, const QList<MenuEntry> &entri
     m_icon->show();
 }
 
-void TrayMenuBarItem::fillMenu(const QList<MenuEntry> &entries)
+void TrayMenuBarItem::fillMenu()
 {
-    for (const MenuEntry &entry : entries) {
+    for (const MenuEntry &entry : m_entries) {
         if (entry.isDivider()) {
             m_menu->addSeparator();
             continue;

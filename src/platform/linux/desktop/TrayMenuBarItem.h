@@ -2,6 +2,9 @@
 
 #include "foundation/Scheduler.h"
 #include "platform/MenuBarItem.h"
+#include "platform/linux/desktop/TrayHosts.h"
+
+#include <QObject>
 
 #include <memory>
 
@@ -12,21 +15,27 @@ namespace brindle {
 
 /// The status icon of the desktop, by either of the protocols that desktops speak.
 ///
-/// It is made a moment after it was asked for, so that the program's first picture does not wait for it.
-class TrayMenuBarItem : public MenuBarItem
+/// It is made a moment after it was asked for, so that the program's first picture does not wait for it, and
+/// only once there is a place that shows it.
+class TrayMenuBarItem : public QObject, public MenuBarItem
 {
+    Q_OBJECT
+
 public:
-    explicit TrayMenuBarItem(Scheduler &scheduler);
+    TrayMenuBarItem(Scheduler &scheduler, BusConnection &sessionBus);
     ~TrayMenuBarItem() override;
 
     void install(const QString &symbol, const QList<MenuEntry> &entries) override;
 
 private:
-    void build(const QString &symbol, const QList<MenuEntry> &entries);
-    void fillMenu(const QList<MenuEntry> &entries);
+    void build();
+    void fillMenu();
 
     Scheduler &m_scheduler;
-    Delay m_building;
+    TrayHosts m_hosts;
+    Delay m_looking;
+    QString m_symbol;
+    QList<MenuEntry> m_entries;
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_icon;
 };

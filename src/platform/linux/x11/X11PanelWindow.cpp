@@ -36,7 +36,7 @@ X11PanelWindow::X11PanelWindow(const PanelStyle &style, Scheduler &scheduler)
     , m_shape(*m_window)
     , m_stacking(*m_window, scheduler)
 {
-    connect(&m_compositor, &X11Compositor::isRunningChanged, this, &X11PanelWindow::followCompositor);
+    connect(&m_compositor, &X11Selection::isOwnedChanged, this, &X11PanelWindow::followCompositor);
     connect(m_window.get(), &QWindow::screenChanged, this, [this] { m_shape.apply(); });
     followCompositor();
 }
@@ -131,7 +131,7 @@ QQuickWindow *X11PanelWindow::contentWindow()
 // shows.
 void X11PanelWindow::followCompositor()
 {
-    m_shape.setCutsDrawing(!m_compositor.isRunning());
+    m_shape.setCutsDrawing(!m_compositor.isOwned());
     m_window->update();
 }
 

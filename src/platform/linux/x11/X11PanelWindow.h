@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/PanelWindow.h"
-#include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11InputShape.h"
+#include "platform/linux/x11/X11Selection.h"
 #include "platform/linux/x11/X11Stacking.h"
 
 #include <memory>
@@ -42,7 +42,7 @@ private:
     PanelStyle m_style;
     std::unique_ptr<QQuickWindow> m_window;
     X11InputShape m_shape;
-    X11Compositor m_compositor;
+    X11Selection m_compositor{X11Selection::compositor};
     X11Stacking m_stacking;
     bool m_isPlaced = false;
     /// Who had the keyboard before the panel took it.

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/X11Compositor.h"
+#include "platform/linux/x11/X11Selection.h"
 
 #include "platform/linux/x11/XcbConnection.h"
 
@@ -8,18 +8,15 @@
 
 namespace brindle {
 
-X11Compositor::X11Compositor(QObject *parent) : QObject(parent)
+X11Selection::X11Selection(const char *name, QObject *parent) : QObject(parent), m_selection(Xcb::atom(name))
 {
-    // Compositors own a selection that is named after the screen. The program has one screen in the server's
-    // sense.
-    m_selection = Xcb::atom("_NET_WM_CM_S0");
-    followSelection();
+    follow();
     look();
 }
 
-X11Compositor::~X11Compositor() = default;
+X11Selection::~X11Selection() = default;
 
-void X11Compositor::followSelection()
+void X11Selection::follow()
 {
     xcb_connection_t *connection = Xcb::connection();
     const auto *extension = xcb_get_extension_data(connection, &xcb_xfixes_id);
@@ -38,7 +35,7 @@ void X11Compositor::followSelection()
     qGuiApp->installNativeEventFilter(this);
 }
 
-bool X11Compositor::nativeEventFilter(const QByteArray &, void *message, qintptr *)
+bool X11Selection::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
     constexpr uint8_t typeMask = 0x7f;
     const auto *event = static_cast<xcb_generic_event_t *>(message);
@@ -48,15 +45,15 @@ bool X11Compositor::nativeEventFilter(const QByteArray &, void *message, qintptr
     return false;
 }
 
-void X11Compositor::look()
+void X11Selection::look()
 {
     const XcbReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
         Xcb::connection(), xcb_get_selection_owner(Xcb::connection(), m_selection), nullptr));
-    const bool isRunning = reply && reply->owner != XCB_WINDOW_NONE;
-    if (isRunning == m_isRunning)
+    const bool isOwned = reply && reply->owner != XCB_WINDOW_NONE;
+    if (isOwned == m_isOwned)
         return;
-    m_isRunning = isRunning;
-    Q_EMIT isRunningChanged();
+    m_isOwned = isOwned;
+    Q_EMIT isOwnedChanged();
 }
 
 } // namespace brindle
