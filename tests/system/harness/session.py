@@ -119,7 +119,11 @@ class Program:
 
     def preferences(self):
         """What is stored; None while there is no file. A half-written file is an error."""
-        return json.loads(self.defaults_file.read_text()) if self.defaults_file.exists() else None
+        def plain(value):  # whole numbers stand in a wrapper that tells them from others
+            return value["integer"] if value.keys() == {"integer"} else value
+        if not self.defaults_file.exists():
+            return None
+        return json.loads(self.defaults_file.read_text(), object_hook=plain)
 
     def launch(self, **environment):
         """Starts it without waiting for its window."""
