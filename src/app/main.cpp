@@ -1,4 +1,5 @@
 #include "app/LinuxPlatform.h"
+#include "app/Renderer.h"
 #include "app/TerminationSignals.h"
 #include "core/AppContainer.h"
 #include "core/AppDelegate.h"
@@ -9,23 +10,9 @@
 #include "platform/linux/dbus/SingleInstance.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFileInfo>
-#include <QQuickWindow>
 
 namespace {
-
-/// Drawing by the processor starts in half the time and half the memory of a GPU that is itself drawn by the
-/// processor, so a machine without a GPU's device does without.
-void chooseRenderer()
-{
-    const bool isChosen =
-        qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND");
-    const bool hasGpu =
-        !QDir(QStringLiteral("/dev/dri")).entryList({QStringLiteral("renderD*")}, QDir::System).isEmpty();
-    if (!isChosen && !hasGpu)
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-}
 
 /// The island speaks X11 so far; a Wayland desktop shows it through XWayland.
 void chooseWindowSystem()
@@ -66,11 +53,11 @@ int main(int argc, char **argv)
     using namespace brindle;
 
     chooseWindowSystem();
-    chooseRenderer();
     refuseToStartBuses();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Velmora"));
     QApplication::setDesktopFileName(QStringLiteral("com.brindle.app"));
+    chooseRenderer();
     const TerminationSignals signals;
 
     LinuxPlatform platform;

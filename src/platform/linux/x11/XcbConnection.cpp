@@ -25,6 +25,16 @@ xcb_atom_t atom(const char *name)
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
+bool hasExtension(const char *name)
+{
+    if (!connection())
+        return false;
+    const auto cookie = xcb_query_extension(connection(), uint16_t(std::strlen(name)), name);
+    const XcbReply<xcb_query_extension_reply_t> reply(
+        xcb_query_extension_reply(connection(), cookie, nullptr));
+    return reply && reply->present;
+}
+
 xcb_window_t focusedWindow()
 {
     const XcbReply<xcb_get_input_focus_reply_t> reply(

@@ -21,6 +21,8 @@ xcb_connection_t *connection();
 /// None when the connection is gone.
 xcb_window_t root();
 xcb_atom_t atom(const char *name);
+/// Whether the server has an extension, by its own name ("DRI3"). False without a connection.
+bool hasExtension(const char *name);
 /// The window that has the keyboard, or one of the server's constants for none.
 xcb_window_t focusedWindow();
 /// Gives the keyboard to a window, whatever happens to it meanwhile.
