@@ -13,16 +13,17 @@ function(brindle_library name)
   _brindle_common(${name})
 endfunction()
 
-# brindle_qml_library(NAME URI Brindle.X SOURCES … QML … SINGLETONS … LINKS …): a room with QML; one static
-# library and one QML module. The plugin is linked by whoever loads the module (target <NAME>plugin).
+# brindle_qml_library(NAME URI Brindle.X SOURCES … QML … SINGLETONS … LINKS … MODULES …): a room with QML; one static
+# library and one QML module, which knows the types of the named MODULES. The plugin is linked by whoever loads the module (target <NAME>plugin).
 function(brindle_qml_library name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML;SINGLETONS;RESOURCES;LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML;SINGLETONS;RESOURCES;LINKS;MODULES")
   foreach(file IN LISTS arg_SINGLETONS)
     set_source_files_properties(${file} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
   endforeach()
   string(REPLACE "." "/" folder ${arg_URI})
   qt_add_qml_module(${name} STATIC
     URI ${arg_URI} VERSION 1.0 RESOURCE_PREFIX /qt/qml
+    DEPENDENCIES QtQml QtQml.Models QtQuick ${arg_MODULES}
     OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${folder}
     SOURCES ${arg_SOURCES} QML_FILES ${arg_QML} ${arg_SINGLETONS} RESOURCES ${arg_RESOURCES})
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})

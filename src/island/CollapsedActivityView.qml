@@ -1,3 +1,6 @@
+// Its components are made elsewhere, which Qt 6.4 refuses to bound ones; so their use of the ids here goes unchecked.
+// qmllint disable unqualified
+
 import QtQuick
 import Brindle.Ui
 import Brindle.Island

@@ -1,6 +1,5 @@
 import QtQuick
 import Brindle.Ui
-import Brindle.Island
 
 // The picture of what plays, or a note in its place.
 Item {
@@ -25,7 +24,7 @@ Item {
         id: picture
         anchors.fill: parent
         radius: 6
-        picture: root.track.picture
+        picture: root.track.picture // qmllint disable type
         source: root.track.artworkURL
     }
 }

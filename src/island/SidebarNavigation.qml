@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Brindle.Ui
 import Brindle.Island
@@ -11,7 +13,8 @@ Item {
 
     property motion atOnce
     readonly property int pitch: 34 + 10
-    readonly property int selectedIndex: rules.tabs.findIndex(entry => entry.tab === root.island.selectedTab)
+    readonly property var tabs: rules.tabs
+    readonly property int selectedIndex: tabs.findIndex(entry => entry.tab === root.island.selectedTab)
 
     SidebarRules {
         id: rules
@@ -44,7 +47,7 @@ Item {
     }
 
     Repeater {
-        model: rules.tabs
+        model: root.tabs
         delegate: PlainButton {
             id: button
             required property var modelData

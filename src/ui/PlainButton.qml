@@ -1,5 +1,4 @@
 import QtQuick
-import Brindle.Ui
 
 // A button that looks like its label and nothing more; it dims while it is pressed.
 Item {
