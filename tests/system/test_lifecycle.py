@@ -99,7 +99,7 @@ class Killed(SystemTest):
 
     def test_after_a_kill_the_settings_are_intact(self):
         wait_until(lambda: self.island.is_closed(300), "an island of the stored width")
-        wait_until(lambda: self.program.preferences().get("weatherOptInMigrationVersion") == 1, "a write of its own")
+        wait_until(lambda: "showMediaWeather" in self.program.preferences(), "a write of its own")
         self.program.kill()
         kept = self.program.preferences()
         self.assertEqual(kept["collapsedWidth"], 300.0)

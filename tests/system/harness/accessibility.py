@@ -12,7 +12,7 @@ class Node:
     """One element as it was when it was read."""
 
     def __init__(self, data):
-        self.path, self.role, self.name = tuple(data["path"]), data["role"], data["name"]
+        self.role, self.name = data["role"], data["name"]
         self.description, self.value, self.text = data["description"], data["value"], data["text"]
         self.actions, self.states, self.place = data["actions"], data["states"], data["place"]
         self.children = [Node(child) for child in data["children"]]
@@ -62,7 +62,8 @@ class ScreenReader:
             raise AssertionError(f"{late}; there is:\n{tree.listing() if tree else 'nothing'}") from None
 
     def press(self, process, node, action="Press"):
-        if not self._ask(process=process, press=node.path, action=action):
+        """The element is looked up again by its name and role: its place may have changed since it was read."""
+        if not self._ask(process=process, press=[node.role, node.name], action=action):
             raise AssertionError(f"{node} does not do '{action}'")
 
     def follow_focus(self):

@@ -43,16 +43,23 @@ def actions_of(node):
         return []
 
 
-def describe(node, path=()):
+def find(node, role, name):
+    if (node.getRoleName(), node.name) == (role, name):
+        return node
+    found = (find(child, role, name) for child in node if child is not None)
+    return next((node for node in found if node), None)
+
+
+def describe(node):
     states = node.getState()
     at = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS) if "Component" in node.get_interfaces() else None
     children = [node.getChildAtIndex(index) for index in range(node.childCount)]
     return {
-        "path": path, "role": node.getRoleName(), "name": node.name, "description": node.description,
+        "role": node.getRoleName(), "name": node.name, "description": node.description,
         "value": value_of(node), "text": text_of(node), "actions": actions_of(node),
         "states": [pyatspi.stateToString(state) for state in states.getStates()],
         "place": [at.x, at.y, at.width, at.height] if at else None,
-        "children": [describe(child, (*path, index)) for index, child in enumerate(children) if child is not None],
+        "children": [describe(child) for child in children if child is not None],
     }
 
 
@@ -82,9 +89,8 @@ def answer(request):
         return None
     if "press" not in request:
         return describe(node)
-    for index in request["press"]:
-        node = node.getChildAtIndex(index)
-    actions = actions_of(node)
+    node = find(node, *request["press"])
+    actions = actions_of(node) if node else []
     wanted = request["action"]
     return wanted in actions and node.queryAction().doAction(actions.index(wanted))
 

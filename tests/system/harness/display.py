@@ -130,6 +130,8 @@ class XServer:
         xrandr("--output", "screen", "--mode", mode)
 
     def end(self):
+        if self.touchpad:
+            self.touchpad.end()
         self.connection.close()
         self._server.end()
 
@@ -212,15 +214,26 @@ class Touchpad:
         self._socket.sendall(struct.pack("=IIHH", 12, self.VERSION, 1, 1))
         self._socket.recv(64)
 
-    def scroll(self, horizontal, vertical):
-        """One small step of two fingers, in units of the axis; positive goes down and right."""
-        values = {2: horizontal, 3: vertical}
+    def move(self, dx, dy):
+        """One report of a moving finger."""
+        self._report({0: dx, 1: dy})
+
+    def scroll(self, horizontal, vertical, steps=40):
+        """Two fingers, in units of the axis over all; positive goes down and right. Reports at a device's pace."""
+        for _ in range(steps):
+            self._report({2: horizontal / steps, 3: vertical / steps})
+            time.sleep(1 / 125)
+
+    def end(self):
+        self._socket.close()
+
+    def _report(self, values):
         mask = sum(1 << axis for axis in values)
         data = [float(values.get(axis, 0)) for axis in range(self.VALUATORS)]
-        body = struct.pack(f"=II8s4x{self.VALUATORS}d{self.VALUATORS}d", 0, 0, mask.to_bytes(8, "little"), *data,
+        # Length, kind, relative; then, aligned to eight: no raw values, which axes, their values, and room for raw ones.
+        body = struct.pack(f"=I8s4x{2 * self.VALUATORS}d", 0, mask.to_bytes(8, "little"), *data,
                            *([0.0] * self.VALUATORS))
-        message = struct.pack("=III4x", 16 + len(body) - 4, self.MOTION, 0) + body[4:]
-        self._socket.sendall(message)
+        self._socket.sendall(struct.pack("=III4x", 16 + len(body), self.MOTION, 0) + body)
 
 
 class Picture:

@@ -48,6 +48,24 @@ class Peer:
                 self.focused = event.type == X.FocusIn
         return self
 
+    def expect_click(self, x, y):
+        """Clicks there and waits for it to arrive. One by one: a window manager that looks at each press before it
+        passes it on mixes up the places of presses that come faster than it looks."""
+        before = len(self.look().presses)
+        self._server.pointer.click(x, y)
+        wait_until(lambda: self.look().presses[before:] == [(x, y)], f"a click at {x}, {y} to reach the window")
+
+    def expect_no_click(self, x, y):
+        """Clicks there, and then where it must arrive: nothing may have come before."""
+        before = len(self.look().presses)
+        self._server.pointer.click(x, y)
+        left, top, width, height = self.place()
+        last = (left + 30, top + height - 20)
+        self._server.pointer.click(*last)
+        wait_until(lambda: len(self.look().presses) > before, "the last click to reach the window")
+        if self.presses[before:] != [last]:
+            raise AssertionError(f"a click at {x}, {y} went through")
+
     def place(self):
         return self._server.place(self._server.connection.create_resource_object("window", self.window.id))
 

@@ -127,6 +127,7 @@ class Program:
 
     def launch(self, **environment):
         """Starts it without waiting for its window."""
+        self.end()
         self.window = None
         self.process = Child([self.path], self.environment | environment, self.log)
 
@@ -222,7 +223,7 @@ class Island:
 
     def is_open(self):
         """Fully, with the animation over but for its last pixel."""
-        return self.is_black(-400, 290) and self.is_black(400, 290)
+        return self.is_black(0, 299) and self.is_black(-440, 150) and self.is_black(440, 150)
 
     def is_opening(self):
         """The shape has begun to grow below its closed height."""
