@@ -79,8 +79,7 @@ class Keys(OpenIsland):
     def test_a_click_on_a_tab_selects_it(self):
         self.open()
         for name in ("Calculator", "Shelf", "Media"):
-            x, y, width, height = self.program.element(name, "page tab").place
-            self.pointer.click(x + width // 2, y + height // 2)
+            self.pointer.click(*self.program.middle_of(name, "page tab"))
             self.expect_tab(name)
 
 

@@ -91,8 +91,7 @@ class Tour:
             self.session.keyboard.tap("Down")
             self.selected(name)
             self.take(f"{name} by the arrow key")
-        x, y, width, height = self.program.element("Media", "page tab").place
-        self.session.pointer.glide(x + width // 2, y + height // 2)
+        self.session.pointer.glide(*self.program.middle_of("Media", "page tab"))
         self.session.pointer.click()
         self.selected("Media")
         self.take("Media by a click")

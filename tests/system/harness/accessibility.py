@@ -61,6 +61,16 @@ class ScreenReader:
             tree = self.read(process)
             raise AssertionError(f"{late}; there is:\n{tree.listing() if tree else 'nothing'}") from None
 
+    def wait_for_rest(self, process, name, role):
+        """An element once it no longer moves."""
+        places = [None]
+
+        def look():
+            node = self.wait_for(process, name, role)
+            places.append(node.place)
+            return node if places[-1] == places[-2] else None
+        return wait_until(look, f"'{name}' to come to rest")
+
     def press(self, process, node, action="Press"):
         """The element is looked up again by its name and role: its place may have changed since it was read."""
         if not self._ask(process=process, press=[node.role, node.name], action=action):

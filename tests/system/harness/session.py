@@ -160,6 +160,11 @@ class Program:
     def element(self, name=None, role=None, seconds=10.0):
         return self.session.reader.wait_for(self.pid, name, role, seconds)
 
+    def middle_of(self, name, role):
+        """Where a person would click on an element."""
+        x, y, width, height = self.session.reader.wait_for_rest(self.pid, name, role).place
+        return x + width // 2, y + height // 2
+
     def action(self, name):
         """What a desktop's own shortcut does."""
         self.session.session_bus.call("com.brindle.app", "/com/brindle/app", "org.freedesktop.Application",
