@@ -26,7 +26,7 @@ public:
     Bundle &bundle() { return *m_bundle; }
 
 private:
-    void write(const QString &name, const QByteArray &text)
+    void write(const QString &name, const QByteArray &text) const
     {
         ASSERT_EQ(Files::writeAtomically(m_dir.filePath(name), text), std::nullopt);
     }

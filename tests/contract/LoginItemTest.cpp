@@ -30,7 +30,7 @@ public:
     {
         return m_dir.filePath(folder) + QStringLiteral("/autostart/com.brindle.app.desktop");
     }
-    void writeEntry(const QString &folder, const QByteArray &keys)
+    void writeEntry(const QString &folder, const QByteArray &keys) const
     {
         ASSERT_EQ(Files::writeAtomically(entry(folder), "[Desktop Entry]\nType=Application\n" + keys),
             std::nullopt);

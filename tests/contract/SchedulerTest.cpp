@@ -195,6 +195,7 @@ TYPED_TEST(SchedulerContract, PostsFromManyThreadsAllRunOnTheMainThread)
     std::vector<int> ran;
     bool isMain = true;
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int number = 0; number < threadCount; ++number) {
         threads.emplace_back([&, number] {
             for (int post = 0; post < postCount; ++post) {

@@ -57,7 +57,10 @@ public:
     QString path() const { return folder() + QStringLiteral("/com.brindle.app/defaults.json"); }
     QStringList files() const { return QFileInfo(path()).dir().entryList(QDir::Files); }
     QByteArray text() const { return Files::read(path()).value_or(QByteArray()); }
-    void write(const QByteArray &text) { ASSERT_EQ(Files::writeAtomically(path(), text), std::nullopt); }
+    void write(const QByteArray &text) const
+    {
+        ASSERT_EQ(Files::writeAtomically(path(), text), std::nullopt);
+    }
 
     ManualScheduler time;
 

@@ -21,7 +21,7 @@ struct Setting
     const char *key;
     QVariant registered;
     /// What a stored 0 or -5 of a number reads as, where that is not the number itself.
-    QVariant instead = {};
+    std::optional<double> instead = std::nullopt;
 };
 
 void PrintTo(const Setting &setting, std::ostream *stream)
@@ -154,8 +154,8 @@ TEST_P(EachSetting, IsToldToObserversOnlyOnChange)
 TEST_P(EachSetting, AWrongTypeReadsAsTheTypesZeroOrItsRule)
 {
     defaults.stored[key] = QDateTime::fromSecsSinceEpoch(0);
-    QVariant zero = setting.instead;
-    if (!zero.isValid())
+    QVariant zero = setting.instead.value_or(0);
+    if (!setting.instead)
         zero = setting.registered.typeId() == QMetaType::QString ? setting.registered
                                                                  : QVariant(setting.registered.metaType());
     EXPECT_EQ(store().property(setting.name), zero);
@@ -181,7 +181,7 @@ TEST_P(EachNumber, OfNothingOrLessIsReadByItsRule)
     for (const double value : {0.0, -5.0}) {
         relaunch();
         defaults.stored[key] = value;
-        EXPECT_EQ(store().property(setting.name), setting.instead.isValid() ? setting.instead : value);
+        EXPECT_EQ(store().property(setting.name), setting.instead.value_or(value));
     }
 }
 
