@@ -8,7 +8,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(QT_QML_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml)
 
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network Qml Quick Svg Widgets)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network Qml Quick ShaderTools Svg Widgets)
 if(UNIX AND NOT APPLE)
   find_package(Qt6 6.4 REQUIRED COMPONENTS DBus)
 endif()

@@ -24,6 +24,13 @@ Item {
     scale: root.look.scale
     transformOrigin: Item.Top
 
+    // Without a GPU's shaders opacity and scale have to do.
+    layer.enabled: root.look.blurRadius > 0.05 && GraphicsInfo.api !== GraphicsInfo.Software
+        && GraphicsInfo.api !== GraphicsInfo.Unknown
+    layer.effect: SoftBlur {
+        radius: root.look.blurRadius
+    }
+
     Animated {
         id: presence
         from: root.makesEntrance ? 0 : 1
