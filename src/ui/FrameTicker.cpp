@@ -1,5 +1,6 @@
 #include "ui/FrameTicker.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace brindle {
@@ -14,6 +15,7 @@ void FrameTicker::run()
     if (state() == Running)
         return;
     m_last = 0;
+    m_isFirst = true;
     start();
     // The frame that follows shows the first step already, and not once more what was there.
     m_tick(firstStep);
@@ -27,9 +29,13 @@ void FrameTicker::rest()
 
 void FrameTicker::updateCurrentTime(int milliseconds)
 {
-    const int passed = milliseconds - std::exchange(m_last, milliseconds);
-    if (state() == Running && passed > 0)
-        m_tick(passed / 1000.0);
+    double passed = (milliseconds - std::exchange(m_last, milliseconds)) / 1000.0;
+    if (state() != Running || passed <= 0)
+        return;
+    // What is built when something begins to move takes its time; the movement must not jump over it.
+    if (std::exchange(m_isFirst, false))
+        passed = std::min(passed, firstStep);
+    m_tick(passed);
 }
 
 } // namespace brindle

@@ -15,7 +15,7 @@ class FrameTicker : public QAbstractAnimation
 public:
     explicit FrameTicker(std::function<void(double seconds)> tick, QObject *parent = nullptr);
 
-    /// Seconds that the first call, from within `run()`, is ahead of the first frame.
+    /// Seconds that the first call, from within `run()`, is ahead of the first frame; the second call is no longer either.
     static constexpr double firstStep = 1.0 / 60;
 
     void run();
@@ -28,6 +28,7 @@ protected:
 private:
     std::function<void(double)> m_tick;
     int m_last = 0;
+    bool m_isFirst = true;
 };
 
 } // namespace brindle

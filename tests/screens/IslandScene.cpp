@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QQuickRenderTarget>
 
+#include <algorithm>
 #include <cmath>
 
 namespace brindle {
@@ -35,8 +36,11 @@ IslandScene::~IslandScene() = default;
 
 void IslandScene::pass(double seconds)
 {
-    constexpr int frame = 10;
+    // Longer than an animation's first step, so that the machine's haste or delay at its start does not show.
+    constexpr int longest = 20;
+    int frame = 0;
     for (int left = int(std::lround(seconds * 1000)); left > 0; left -= frame) {
+        frame = std::min(left, longest);
         session.advance(frame / 1000.0);
         m_frames.advanceBy(frame);
     }

@@ -275,7 +275,7 @@ ScreenState closingAt(const char *name, double seconds)
 }
 
 const QList<ScreenState> movingStates{
-    openingAt("opening-005", 0.05),
+    openingAt("opening-004", 0.04),
     openingAt("opening-010", 0.1),
     openingAt("opening-020", 0.2),
     openingAt("opening-030", 0.3),

@@ -58,6 +58,14 @@ TEST_F(AnimatedTest, TheFirstFrameShowsAChange)
     EXPECT_LT(animated.value(), 5);
 }
 
+TEST_F(AnimatedTest, ADelayAtItsStartMakesItNoFaster)
+{
+    animated.setMotion(Motion::makeEaseInOut(1));
+    animated.setTo(1);
+    frames.advanceBy(500);
+    EXPECT_LT(animated.value(), 0.01);
+}
+
 TEST_F(AnimatedTest, AtRestNothingChangesAnyMore)
 {
     animated.setMotion(Motion::makeSpring(0.34, 0.72));
