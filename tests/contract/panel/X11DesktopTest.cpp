@@ -1,5 +1,6 @@
 #include "foundation/SystemScheduler.h"
 #include "platform/linux/x11/X11PanelWindow.h"
+#include "platform/linux/x11/XcbConnection.h"
 #include "support/EventLoop.h"
 #include "support/x11/Desktop.h"
 #include "support/x11/OtherProgram.h"
@@ -11,6 +12,7 @@
 #include <QTemporaryFile>
 
 #include <gtest/gtest.h>
+#include <xcb/shape.h>
 
 namespace brindle {
 namespace {
@@ -100,6 +102,13 @@ protected:
         return std::ranges::all_of(
             around, [this](QPoint point) { return m_desktop.pixelAt(point) == paper; });
     }
+    /// Whether the server shows no more of the panel than the shape.
+    bool isCut()
+    {
+        const XcbReply<xcb_shape_query_extents_reply_t> extents(xcb_shape_query_extents_reply(
+            Xcb::connection(), xcb_shape_query_extents(Xcb::connection(), id()), nullptr));
+        return extents && extents->bounding_shape_extents_height == 38;
+    }
     bool takeKeyboard()
     {
         m_panel.makeKeyAndOrderFront();
@@ -147,19 +156,24 @@ TEST_F(X11Desktop, ShowsWhatIsBelowAroundTheShapeWhileCompositorsComeAndGo)
 {
     for (int round = 0; round < 2; ++round) {
         ASSERT_TRUE(m_desktop.startCompositor());
+        ASSERT_TRUE(soon([this] { return !isCut(); }));
         EXPECT_TRUE(soon([this] { return isSeen() && isClearAround(); }));
         m_desktop.killCompositor();
+        ASSERT_TRUE(soon([this] { return isCut(); }));
         EXPECT_TRUE(soon([this] { return isSeen() && isClearAround(); }));
     }
 }
 
-TEST_F(X11Desktop, IsNeitherShadedNorDimmedByACompositorThatSparesDocks)
+TEST_F(X11Desktop, IsNotShadedByACompositorThatSparesDocks)
 {
     QTemporaryFile configuration;
     ASSERT_TRUE(configuration.open());
     configuration.write("shadow = true; shadow-radius = 20; wintypes: { dock = { shadow = false; }; };");
     configuration.close();
+    // A window that is no dock shows when the compositor shades.
+    const OtherProgram shaded(QRect(700, 600, 200, 100));
     ASSERT_TRUE(m_desktop.startCompositor(configuration.fileName()));
+    ASSERT_TRUE(soon([this] { return m_desktop.pixelAt({800, 704}) != paper; }));
     EXPECT_TRUE(soon([this] { return isSeen() && isClearAround(); }));
 }
 
