@@ -91,7 +91,7 @@ void SidebarScrollMonitor::endGesture()
     m_callbacks.gestureEnded();
 }
 
-void SidebarScrollMonitor::reportProgress(double threshold)
+void SidebarScrollMonitor::reportProgress(double threshold) const
 {
     m_callbacks.progressChanged(std::clamp(-m_accumulatedDelta / threshold, -1.0, 1.0));
 }

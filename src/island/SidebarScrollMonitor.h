@@ -47,7 +47,7 @@ public:
 private:
     void scrollBy(double delta, bool isPrecise);
     void endGesture();
-    void reportProgress(double threshold);
+    void reportProgress(double threshold) const;
 
     EventMonitors &m_eventMonitors;
     Haptics &m_haptics;
