@@ -102,8 +102,9 @@ std::optional<QDBusConnection> BusConnection::waitForConnection(double seconds)
     open();
     if (m_result.wait_for(std::chrono::duration<double>(seconds)) != std::future_status::ready)
         return std::nullopt;
-    const QDBusConnection connection = m_result.get();
-    return connection.isConnected() ? std::optional(connection) : std::nullopt;
+    // The other thread's announcement may still be on its way; nobody who waits need wait for it.
+    arrived();
+    return m_connection;
 }
 
 } // namespace brindle

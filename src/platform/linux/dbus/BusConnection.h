@@ -42,7 +42,8 @@ public:
     void open();
     /// Calls `ready` once there is a connection: on a later turn, or at once if it is there already.
     void whenReady(Ready ready);
-    /// Waits until the connection stands or cannot be had, but no longer than `seconds`.
+    /// Waits until the connection stands or cannot be had, but no longer than `seconds`. Whoever wanted to be
+    /// called when it is ready has been called then.
     std::optional<QDBusConnection> waitForConnection(double seconds);
 
 private:
