@@ -19,6 +19,10 @@ class OpenIsland(SystemTest):
         self.expect_tab("Media")
 
     def selected(self):
+        """The one tab that says so; a reading in the middle of a change finds none, and is repeated."""
+        return wait_until(self.reading, "one tab to be selected")
+
+    def reading(self):
         tree = self.program.tree()
         tabs = [node for node in tree.walk() if node.name in TABS and node.role == "page tab"] if tree else []
         chosen = [node.name for node in tabs if "selected" in node.states]
