@@ -15,7 +15,8 @@ class FrameTicker : public QAbstractAnimation
 public:
     explicit FrameTicker(std::function<void(double seconds)> tick, QObject *parent = nullptr);
 
-    /// Seconds that the first call, from within `run()`, is ahead of the first frame; the second call is no longer either.
+    /// Seconds that the first call, from within `run()`, is ahead of the first frame; the second call is no
+    /// longer either.
     static constexpr double firstStep = 1.0 / 60;
 
     void run();
