@@ -2,6 +2,7 @@
 
 #include "foundation/NotificationCenter.h"
 #include "foundation/SystemScheduler.h"
+#include "foundation/ThreadQueue.h"
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/dbus/BlueZDevices.h"
 #include "platform/linux/dbus/BusConnection.h"
@@ -38,6 +39,10 @@ struct LinuxPlatform::Parts
     PortalAccessibilitySettings accessibilitySettings{sessionBus};
     TrayMenuBarItem menuBarItem{scheduler, sessionBus};
     QtHostApplication application;
+    NullAudioOutput audioOutput;
+    NullWorkspace workspace;
+    NullScriptRunner scriptRunner;
+    NullChildProcesses childProcesses;
 };
 
 LinuxPlatform::LinuxPlatform() : m_parts(std::make_unique<Parts>()) { }
@@ -117,6 +122,31 @@ MenuBarItem &LinuxPlatform::menuBarItem()
 HostApplication &LinuxPlatform::application()
 {
     return m_parts->application;
+}
+
+AudioOutput &LinuxPlatform::audioOutput()
+{
+    return m_parts->audioOutput;
+}
+
+Workspace &LinuxPlatform::workspace()
+{
+    return m_parts->workspace;
+}
+
+ScriptRunner &LinuxPlatform::scriptRunner()
+{
+    return m_parts->scriptRunner;
+}
+
+ChildProcesses &LinuxPlatform::childProcesses()
+{
+    return m_parts->childProcesses;
+}
+
+std::unique_ptr<SerialQueue> LinuxPlatform::makeSerialQueue(const QString &label)
+{
+    return std::make_unique<ThreadQueue>(label);
 }
 
 std::unique_ptr<PanelWindow> LinuxPlatform::makePanelWindow(const PanelStyle &style)

@@ -33,6 +33,12 @@ public:
     AccessibilitySettings &accessibilitySettings() override;
     MenuBarItem &menuBarItem() override;
     HostApplication &application() override;
+    AudioOutput &audioOutput() override;
+    Workspace &workspace() override;
+    ScriptRunner &scriptRunner() override;
+    ChildProcesses &childProcesses() override;
+
+    std::unique_ptr<SerialQueue> makeSerialQueue(const QString &label) override;
     std::unique_ptr<PanelWindow> makePanelWindow(const PanelStyle &style) override;
 
 private:

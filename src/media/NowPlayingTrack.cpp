@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace brindle {
 
 QString NowPlayingTrack::sessionKey() const
@@ -28,6 +30,15 @@ bool NowPlayingTrack::operator==(const NowPlayingTrack &other) const
         && artworkURL == other.artworkURL && sourceName == other.sourceName
         && sourceBundleIdentifier == other.sourceBundleIdentifier
         && artwork.has_value() == other.artwork.has_value();
+}
+
+double currentElapsed(const NowPlayingTrack &track, Date now)
+{
+    double position = track.elapsed.value_or(0);
+    if (track.isPlaying)
+        position += std::max(track.playbackRate, 0.0) * std::max(now - track.elapsedUpdatedAt, 0.0);
+    position = std::max(position, 0.0);
+    return track.duration ? std::min(position, *track.duration) : position;
 }
 
 } // namespace brindle

@@ -40,4 +40,8 @@ struct NowPlayingTrack
     bool operator==(const NowPlayingTrack &other) const;
 };
 
+/// The position at `now`, in seconds: never below 0 nor beyond the track's duration. What every display of
+/// progress shows.
+double currentElapsed(const NowPlayingTrack &track, Date now);
+
 } // namespace brindle

@@ -17,6 +17,8 @@ public:
     /// The path of a shipped resource ("symbols/bolt.fill.svg"), absent when there is none of that name.
     /// Names that lead out of the resources count as absent.
     virtual std::optional<QString> resourcePath(const QString &name) const = 0;
+    /// The folder of the program's private frameworks, absent when it has none.
+    virtual std::optional<QString> privateFrameworksPath() const = 0;
     /// A value of the information dictionary, invalid when the key is missing.
     virtual QVariant infoValue(const QString &key) const = 0;
 };

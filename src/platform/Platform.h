@@ -1,12 +1,16 @@
 #pragma once
 
+#include <QString>
+
 #include <memory>
 
 namespace brindle {
 
 class AccessibilitySettings;
+class AudioOutput;
 class BluetoothDevices;
 class Bundle;
+class ChildProcesses;
 class Directories;
 class EventMonitors;
 class Haptics;
@@ -18,7 +22,10 @@ class PanelWindow;
 class PowerSources;
 class Scheduler;
 class Screens;
+class ScriptRunner;
+class SerialQueue;
 class UserDefaults;
+class Workspace;
 struct PanelStyle;
 
 /// Everything that the operating system supplies, as the container takes it.
@@ -44,6 +51,14 @@ public:
     virtual AccessibilitySettings &accessibilitySettings() = 0;
     virtual MenuBarItem &menuBarItem() = 0;
     virtual HostApplication &application() = 0;
+    virtual AudioOutput &audioOutput() = 0;
+    virtual Workspace &workspace() = 0;
+    virtual ScriptRunner &scriptRunner() = 0;
+    virtual ChildProcesses &childProcesses() = 0;
+
+    /// A queue of its own, for work that may block; its owner's, and gone before the platform. `label` names
+    /// it to whoever looks at the process.
+    virtual std::unique_ptr<SerialQueue> makeSerialQueue(const QString &label) = 0;
 
     virtual std::unique_ptr<PanelWindow> makePanelWindow(const PanelStyle &style) = 0;
 };

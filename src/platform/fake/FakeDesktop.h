@@ -42,6 +42,7 @@ class FakeBundle : public Bundle
 {
 public:
     QHash<QString, QString> resources;
+    std::optional<QString> frameworks;
     QVariantMap info;
 
     std::optional<QString> resourcePath(const QString &name) const override
@@ -49,6 +50,7 @@ public:
         const auto found = resources.constFind(name);
         return found == resources.constEnd() ? std::nullopt : std::optional(*found);
     }
+    std::optional<QString> privateFrameworksPath() const override { return frameworks; }
     QVariant infoValue(const QString &key) const override { return info.value(key); }
 };
 

@@ -6,6 +6,7 @@
 #include "platform/fake/FakeBluetoothDevices.h"
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeEventMonitors.h"
+#include "platform/fake/FakeMedia.h"
 #include "platform/fake/FakePanelWindow.h"
 #include "platform/fake/FakePowerSources.h"
 #include "platform/fake/FakeUserDefaults.h"
@@ -32,6 +33,12 @@ public:
     FakeAccessibilitySettings accessibility;
     FakeMenuBarItem menu;
     FakeHostApplication host;
+    FakeAudioOutput audio;
+    FakeWorkspace applications;
+    FakeScriptRunner scripts;
+    FakeChildProcesses processes;
+    /// The queue that was made last under each label; its owner's.
+    QHash<QString, FakeSerialQueue *> queues;
     /// The panel that was made last, as long as it lives.
     QPointer<FakePanelWindow> panel;
 
@@ -49,6 +56,17 @@ public:
     AccessibilitySettings &accessibilitySettings() override { return accessibility; }
     MenuBarItem &menuBarItem() override { return menu; }
     HostApplication &application() override { return host; }
+    AudioOutput &audioOutput() override { return audio; }
+    Workspace &workspace() override { return applications; }
+    ScriptRunner &scriptRunner() override { return scripts; }
+    ChildProcesses &childProcesses() override { return processes; }
+
+    std::unique_ptr<SerialQueue> makeSerialQueue(const QString &label) override
+    {
+        auto made = std::make_unique<FakeSerialQueue>(time);
+        queues.insert(label, made.get());
+        return made;
+    }
 
     std::unique_ptr<PanelWindow> makePanelWindow(const PanelStyle &style) override
     {

@@ -1,13 +1,17 @@
 #pragma once
 
 #include "platform/AccessibilitySettings.h"
+#include "platform/AudioOutput.h"
 #include "platform/BluetoothDevices.h"
+#include "platform/ChildProcesses.h"
 #include "platform/EventMonitors.h"
 #include "platform/Haptics.h"
 #include "platform/LoginItem.h"
 #include "platform/MenuBarItem.h"
 #include "platform/PowerSources.h"
 #include "platform/Screens.h"
+#include "platform/ScriptRunner.h"
+#include "platform/Workspace.h"
 
 namespace brindle {
 
@@ -17,6 +21,41 @@ class NullHaptics : public Haptics
 {
 public:
     void performFeedback(Pattern, PerformanceTime) override { }
+};
+
+class NullAudioOutput : public AudioOutput
+{
+public:
+    std::optional<OutputLevel> level() const override { return std::nullopt; }
+    [[nodiscard]] Subscription notify(std::function<void()>) override { return {}; }
+};
+
+class NullWorkspace : public Workspace
+{
+public:
+    std::optional<QUrl> urlForApplication(const QString &) const override { return std::nullopt; }
+    std::optional<QString> localizedName(const QUrl &) const override { return std::nullopt; }
+    QImage icon(const QString &) const override
+    {
+        QImage clear(1, 1, QImage::Format_ARGB32_Premultiplied);
+        clear.fill(Qt::transparent);
+        return clear;
+    }
+    QSet<QString> runningApplications() const override { return {}; }
+    void openApplication(const QUrl &) override { }
+    bool open(const QUrl &) override { return false; }
+};
+
+class NullScriptRunner : public ScriptRunner
+{
+public:
+    ScriptOutcome run(const QString &) override { return {}; }
+};
+
+class NullChildProcesses : public ChildProcesses
+{
+public:
+    std::shared_ptr<ChildProcess> launch(Launch) override { return nullptr; }
 };
 
 class NullPowerSources : public PowerSources

@@ -56,5 +56,40 @@ TEST(NowPlayingTrack, ArtworkThatAppearsIsAChange)
     EXPECT_NE(track, withArtwork);
 }
 
+TEST(CurrentElapsed, APlayingTrackMovesOnAtItsRate)
+{
+    auto track = song();
+    track.isPlaying = true;
+    track.playbackRate = 1.5;
+    track.elapsed = 10;
+    track.elapsedUpdatedAt = Date::fromSecondsSince1970(100);
+    EXPECT_DOUBLE_EQ(currentElapsed(track, Date::fromSecondsSince1970(104)), 16);
+    track.isPlaying = false;
+    EXPECT_DOUBLE_EQ(currentElapsed(track, Date::fromSecondsSince1970(104)), 10);
+}
+
+TEST(CurrentElapsed, NeverRunsBackwards)
+{
+    auto track = song();
+    track.isPlaying = true;
+    track.elapsed = 10;
+    track.elapsedUpdatedAt = Date::fromSecondsSince1970(100);
+    EXPECT_DOUBLE_EQ(currentElapsed(track, Date::fromSecondsSince1970(90)), 10) << "the clock was set back";
+    track.playbackRate = -2;
+    EXPECT_DOUBLE_EQ(currentElapsed(track, Date::fromSecondsSince1970(104)), 10) << "a player that rewinds";
+}
+
+TEST(CurrentElapsed, StaysWithinTheTrack)
+{
+    auto track = song();
+    track.isPlaying = true;
+    track.duration = 12;
+    track.elapsedUpdatedAt = Date::fromSecondsSince1970(100);
+    EXPECT_DOUBLE_EQ(currentElapsed(track, Date::fromSecondsSince1970(105)), 5) << "no position counts as 0";
+    EXPECT_DOUBLE_EQ(currentElapsed(track, Date::fromSecondsSince1970(200)), 12);
+    track.elapsed = -4;
+    EXPECT_DOUBLE_EQ(currentElapsed(track, Date::fromSecondsSince1970(100)), 0);
+}
+
 } // namespace
 } // namespace brindle

@@ -17,6 +17,7 @@ public:
     explicit LinuxBundle(const QStringList &folders = usualFolders());
 
     std::optional<QString> resourcePath(const QString &name) const override;
+    std::optional<QString> privateFrameworksPath() const override { return m_frameworks; }
     QVariant infoValue(const QString &key) const override { return m_info.value(key); }
 
     /// Within the program, then "share/velmora" beside the folder of the program.
@@ -24,6 +25,7 @@ public:
 
 private:
     QStringList m_folders;
+    std::optional<QString> m_frameworks;
     QVariantMap m_info;
 };
 
