@@ -14,12 +14,12 @@ TEST(ThreadQueue, RunsWorkInTheOrderOfPostingOnOneOtherThread)
 {
     ThreadQueue queue(label);
     std::vector<int> ran;
-    std::vector<std::thread::id> threads;
+    std::vector<Qt::HANDLE> threads;
     std::promise<void> done;
     for (int i = 0; i < 100; ++i) {
         queue.post([&, i] {
             ran.push_back(i);
-            threads.push_back(std::this_thread::get_id());
+            threads.push_back(QThread::currentThreadId());
         });
     }
     queue.post([&] { done.set_value(); });
@@ -29,7 +29,7 @@ TEST(ThreadQueue, RunsWorkInTheOrderOfPostingOnOneOtherThread)
     for (int i = 0; i < 100; ++i)
         EXPECT_EQ(ran.at(std::size_t(i)), i);
     EXPECT_THAT(threads, testing::Each(threads.front()));
-    EXPECT_NE(threads.front(), std::this_thread::get_id());
+    EXPECT_NE(threads.front(), QThread::currentThreadId());
 }
 
 TEST(ThreadQueue, WorkMayPostMore)
