@@ -28,7 +28,7 @@ void ManualScheduler::advance(double seconds)
     const double end = m_uptime + seconds;
     runPosted();
     for (auto next = m_queue.nearestDeadline(); next && *next <= end; next = m_queue.nearestDeadline()) {
-        m_uptime = std::max(*next, m_uptime);
+        m_uptime = std::max(*next, m_uptime.load());
         const auto work = m_queue.takeDue(m_uptime);
         ++m_wakeUps;
         work();

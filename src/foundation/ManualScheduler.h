@@ -2,20 +2,19 @@
 
 #include "foundation/DeadlineQueue.h"
 
+#include <atomic>
 #include <deque>
 #include <mutex>
 
 namespace brindle {
 
 /// Time that stands still until it is told to pass: a day goes by in milliseconds and nothing ever waits.
-///
-/// `post` may be called from any thread, all else from the main one.
 class ManualScheduler : public Scheduler
 {
 public:
     explicit ManualScheduler(Date start = Date::fromReferenceSeconds(0));
 
-    Date now() const override { return m_atZeroUptime + m_uptime; }
+    Date now() const override { return m_atZeroUptime.load() + m_uptime; }
     double uptime() const override { return m_uptime; }
     [[nodiscard]] Delay after(double seconds, std::function<void()> work) override;
     [[nodiscard]] Delay every(double seconds, double tolerance, std::function<void()> work) override;
@@ -27,7 +26,7 @@ public:
     /// Runs what was posted, also what that posts in turn.
     void runPosted();
     /// Moves the wall clock, as a user or a time server would; delays do not notice.
-    void jumpWallClock(double seconds) { m_atZeroUptime = m_atZeroUptime + seconds; }
+    void jumpWallClock(double seconds) { m_atZeroUptime = m_atZeroUptime.load() + seconds; }
 
     /// How many delays wait.
     qsizetype pendingCount() const { return m_queue.size(); }
@@ -35,8 +34,9 @@ public:
     quint64 wakeUps() const { return m_wakeUps; }
 
 private:
-    Date m_atZeroUptime;
-    double m_uptime = 0;
+    // Read on any thread, written on the main one.
+    std::atomic<Date> m_atZeroUptime;
+    std::atomic<double> m_uptime = 0;
     quint64 m_wakeUps = 0;
     DeadlineQueue m_queue;
     std::mutex m_postedMutex;

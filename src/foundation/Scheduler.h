@@ -48,9 +48,9 @@ private:
 
 /// Time, for the whole program: the only source of the clock and of delayed work.
 ///
-/// All calls but `post` are for the main thread, and all work runs there, each piece to completion before
-/// the next. Work that falls due together runs in the order of its deadlines, then of its making. A delay may
-/// drop or replace its own handle while it runs.
+/// The clock may be read, and work posted, on any thread; all other calls are for the main one, and all work
+/// runs there, each piece to completion before the next. Work that falls due together runs in the order of
+/// its deadlines, then of its making. A delay may drop or replace its own handle while it runs.
 class Scheduler
 {
 public:

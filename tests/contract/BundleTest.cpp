@@ -97,6 +97,8 @@ TEST(LinuxBundle, IsCompiledIntoTheProgram)
     EXPECT_EQ(bundle.infoValue(QStringLiteral("CFBundleIdentifier")), QStringLiteral("com.brindle.app"));
     EXPECT_EQ(bundle.infoValue(QStringLiteral("CFBundleName")), QStringLiteral("Velmora"));
     EXPECT_FALSE(bundle.infoValue(QStringLiteral("CFBundleVersion")).toString().isEmpty());
+    EXPECT_FALSE(bundle.infoValue(QStringLiteral("BrindleThumbnailHost")).toString().isEmpty());
+    EXPECT_FALSE(bundle.infoValue(QStringLiteral("BrindleShortLinkHost")).toString().isEmpty());
 }
 
 TEST(LinuxBundle, WithoutADictionaryHasNoValues)

@@ -6,6 +6,7 @@
 #include <QEventLoop>
 #include <QThread>
 
+#include <atomic>
 #include <gmock/gmock.h>
 #include <thread>
 
@@ -212,6 +213,27 @@ TYPED_TEST(SchedulerContract, PostsFromManyThreadsAllRunOnTheMainThread)
     this->pass(moment);
     EXPECT_TRUE(isMain);
     EXPECT_EQ(ran.size(), std::size_t(threadCount * postCount));
+}
+
+TYPED_TEST(SchedulerContract, TheClockMayBeReadOnAnyThreadWhileTimePasses)
+{
+    const double start = this->time.uptime();
+    const Date date = this->time.now();
+    std::atomic<bool> isOver = false;
+    bool runsBack = false;
+    std::thread reader([&] {
+        double last = start;
+        while (!isOver) {
+            const double uptime = this->time.uptime();
+            runsBack |= uptime < last || this->time.now() < date;
+            last = uptime;
+        }
+    });
+    this->pass(moment);
+    isOver = true;
+    reader.join();
+    EXPECT_FALSE(runsBack);
+    EXPECT_GE(this->time.uptime(), start + moment);
 }
 
 TYPED_TEST(SchedulerContract, WorkThatNeverRanIsReleasedWithTheScheduler)
