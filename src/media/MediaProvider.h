@@ -26,6 +26,8 @@ public:
     virtual void nextTrack() = 0;
 
 Q_SIGNALS:
+    /// After a report, when it differs from what was shown; after a command always, since the time of the
+    /// position is new.
     void nowPlayingChanged();
     void outputVolumeChanged();
 };

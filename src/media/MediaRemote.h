@@ -18,7 +18,8 @@ public:
 
     virtual ~MediaRemote() = default;
 
-    /// True when it runs afterwards. The handlers replace earlier ones and are called on later turns.
+    /// True when it runs afterwards. The handlers replace earlier ones and are called on later turns; an end
+    /// that was not asked for is told by `onRunningChanged` soon after `isRunning()` has changed.
     virtual bool start(UpdateHandler onUpdate, RunningHandler onRunningChanged) = 0;
     /// Ends it; neither handler is called for it.
     virtual void stop() = 0;

@@ -37,7 +37,7 @@ double currentElapsed(const NowPlayingTrack &track, Date now)
     double position = track.elapsed.value_or(0);
     if (track.isPlaying)
         position += std::max(track.playbackRate, 0.0) * std::max(now - track.elapsedUpdatedAt, 0.0);
-    position = std::max(position, 0.0);
+    position = std::max(0.0, position); // in this order, what is no number becomes 0
     return track.duration ? std::min(position, *track.duration) : position;
 }
 

@@ -1,6 +1,7 @@
 #include "media/NowPlayingTrack.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace brindle {
 namespace {
@@ -89,6 +90,19 @@ TEST(CurrentElapsed, StaysWithinTheTrack)
     EXPECT_DOUBLE_EQ(currentElapsed(track, Date::fromSecondsSince1970(200)), 12);
     track.elapsed = -4;
     EXPECT_DOUBLE_EQ(currentElapsed(track, Date::fromSecondsSince1970(100)), 0);
+}
+
+TEST(CurrentElapsed, WhatIsNoNumberLeavesAPosition)
+{
+    auto track = song();
+    track.isPlaying = true;
+    track.duration = 12;
+    track.elapsedUpdatedAt = Date::fromSecondsSince1970(100);
+    track.playbackRate = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(currentElapsed(track, Date::fromSecondsSince1970(104)), 0);
+    track.playbackRate = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(currentElapsed(track, Date::fromSecondsSince1970(100)), 0) << "no time at an endless rate";
+    EXPECT_EQ(currentElapsed(track, Date::fromSecondsSince1970(101)), 12);
 }
 
 } // namespace
