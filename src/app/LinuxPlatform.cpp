@@ -14,6 +14,7 @@
 #include "platform/linux/files/LinuxBundle.h"
 #include "platform/linux/files/XdgDirectories.h"
 #include "platform/linux/files/XdgLoginItem.h"
+#include "platform/linux/network/QtUrlSession.h"
 #include "platform/linux/x11/X11EventMonitors.h"
 #include "platform/linux/x11/X11PanelWindow.h"
 #include "platform/null/NullPorts.h"
@@ -43,6 +44,7 @@ struct LinuxPlatform::Parts
     NullWorkspace workspace;
     NullScriptRunner scriptRunner;
     NullChildProcesses childProcesses;
+    QtUrlSession urlSession{scheduler, directories.caches() + QStringLiteral("/com.brindle.app/network")};
 };
 
 LinuxPlatform::LinuxPlatform() : m_parts(std::make_unique<Parts>()) { }
@@ -142,6 +144,11 @@ ScriptRunner &LinuxPlatform::scriptRunner()
 ChildProcesses &LinuxPlatform::childProcesses()
 {
     return m_parts->childProcesses;
+}
+
+UrlSession &LinuxPlatform::urlSession()
+{
+    return m_parts->urlSession;
 }
 
 std::unique_ptr<SerialQueue> LinuxPlatform::makeSerialQueue(const QString &label)

@@ -37,6 +37,7 @@ public:
     Workspace &workspace() override;
     ScriptRunner &scriptRunner() override;
     ChildProcesses &childProcesses() override;
+    UrlSession &urlSession() override;
 
     std::unique_ptr<SerialQueue> makeSerialQueue(const QString &label) override;
     std::unique_ptr<PanelWindow> makePanelWindow(const PanelStyle &style) override;

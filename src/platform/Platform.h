@@ -24,6 +24,7 @@ class Scheduler;
 class Screens;
 class ScriptRunner;
 class SerialQueue;
+class UrlSession;
 class UserDefaults;
 class Workspace;
 struct PanelStyle;
@@ -55,6 +56,7 @@ public:
     virtual Workspace &workspace() = 0;
     virtual ScriptRunner &scriptRunner() = 0;
     virtual ChildProcesses &childProcesses() = 0;
+    virtual UrlSession &urlSession() = 0;
 
     /// A queue of its own, for work that may block; its owner's, and gone before the platform. `label` names
     /// it to whoever looks at the process.

@@ -9,6 +9,7 @@
 #include "platform/fake/FakeMedia.h"
 #include "platform/fake/FakePanelWindow.h"
 #include "platform/fake/FakePowerSources.h"
+#include "platform/fake/FakeUrlSession.h"
 #include "platform/fake/FakeUserDefaults.h"
 
 #include <QPointer>
@@ -37,6 +38,7 @@ public:
     FakeWorkspace applications;
     FakeScriptRunner scripts;
     FakeChildProcesses processes;
+    FakeUrlSession network{time};
     /// The queue that was made last under each label; its owner's.
     QHash<QString, FakeSerialQueue *> queues;
     /// The panel that was made last, as long as it lives.
@@ -60,6 +62,7 @@ public:
     Workspace &workspace() override { return applications; }
     ScriptRunner &scriptRunner() override { return scripts; }
     ChildProcesses &childProcesses() override { return processes; }
+    UrlSession &urlSession() override { return network; }
 
     std::unique_ptr<SerialQueue> makeSerialQueue(const QString &label) override
     {
