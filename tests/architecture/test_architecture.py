@@ -103,7 +103,23 @@ class Layering(Sample):
     def test_nothing_in_src_knows_the_tests(self):
         self.write("tests/support/Help.h")
         self.write("src/app/main.cpp", '#include "../../tests/support/Help.h"\n')
-        self.assertIn("is in no room of src/", self.complaint())
+        self.assertIn("is in no room of the house", self.complaint())
+
+    def test_the_adapter_knows_the_foundation_and_how_to_read_messages(self):
+        self.write("src/foundation/Scheduler.h")
+        self.write("src/platform/linux/dbus/BusMessages.h")
+        self.write("adapter/linux/Player.h")
+        self.write("adapter/linux/Player.cpp", '#include "adapter/linux/Player.h"\n#include "foundation/Scheduler.h"\n'
+                                               '#include "platform/linux/dbus/BusMessages.h"\n')
+        self.assertEqual(layering.violations(self.root), [])
+        self.write("src/platform/Screens.h")
+        self.write("adapter/linux/Players.cpp", '#include "platform/Screens.h"\n')
+        self.assertIn("adapter must not know ports", self.complaint())
+
+    def test_the_program_does_not_know_the_adapter(self):
+        self.write("adapter/linux/Player.h")
+        self.write("src/app/main.cpp", '#include "adapter/linux/Player.h"\n')
+        self.assertIn("the adapter is another process", self.complaint())
 
     def test_files_that_include_each_other_are_told_once(self):
         self.write("src/media/A.h", '#include "media/B.h"\n')
@@ -137,6 +153,7 @@ class Bans(Sample):
         ("README.md", "see Pa" "rt 2.1"),
         ("docs/a.md", "as The Sp" "ec says"),
         ("src/media/A.h", "/// as speci" "fied"),
+        ("adapter/linux/A.cpp", "QDateTime::" "currentDateTimeUtc()"),
     )
     ALLOWED = (
         ("src/foundation/A.cpp", "Q" "Timer timer;"),

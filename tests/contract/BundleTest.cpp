@@ -20,10 +20,12 @@ public:
         write(QStringLiteral("b/words/yes.txt"), "yes");
         write(QStringLiteral("secret.txt"), "secret");
         m_bundle.emplace(
-            QStringList{m_dir.filePath(QStringLiteral("a")), m_dir.filePath(QStringLiteral("b"))});
+            QStringList{m_dir.filePath(QStringLiteral("a")), m_dir.filePath(QStringLiteral("b"))},
+            frameworks());
     }
 
     Bundle &bundle() { return *m_bundle; }
+    QString frameworks() const { return m_dir.filePath(QStringLiteral("b")); }
 
 private:
     void write(const QString &name, const QByteArray &text) const
@@ -45,9 +47,11 @@ public:
         EXPECT_EQ(Files::writeAtomically(path, "yes"), std::nullopt);
         m_bundle.resources.insert(name, path);
         m_bundle.info.insert(QStringLiteral("Name"), QStringLiteral("Velmora"));
+        m_bundle.frameworks = frameworks();
     }
 
     Bundle &bundle() { return m_bundle; }
+    QString frameworks() const { return m_dir.path(); }
 
 private:
     QTemporaryDir m_dir;
@@ -85,6 +89,11 @@ TYPED_TEST(BundleContract, ANameThatLeadsOutHasNone)
         EXPECT_EQ(this->bundle().resourcePath(name), std::nullopt) << name.toStdString();
 }
 
+TYPED_TEST(BundleContract, ThePrivateFrameworksHaveTheirFolder)
+{
+    EXPECT_EQ(this->bundle().privateFrameworksPath(), this->world.frameworks());
+}
+
 TYPED_TEST(BundleContract, TheInformationDictionaryHasItsValues)
 {
     EXPECT_EQ(this->bundle().infoValue(QStringLiteral("Name")), QStringLiteral("Velmora"));
@@ -106,6 +115,13 @@ TEST(LinuxBundle, WithoutADictionaryHasNoValues)
     const QTemporaryDir folder;
     const LinuxBundle bundle({folder.path()});
     EXPECT_FALSE(bundle.infoValue(QStringLiteral("CFBundleName")).isValid());
+}
+
+TEST(LinuxBundle, WithoutTheFolderHasNoPrivateFrameworks)
+{
+    const QTemporaryDir folder;
+    const LinuxBundle bundle({folder.path()}, folder.filePath(QStringLiteral("frameworks")));
+    EXPECT_EQ(bundle.privateFrameworksPath(), std::nullopt);
 }
 
 } // namespace

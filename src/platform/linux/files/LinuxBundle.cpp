@@ -9,8 +9,19 @@
 
 namespace brindle {
 
-LinuxBundle::LinuxBundle(const QStringList &folders) : m_folders(folders)
+namespace {
+
+QString besideProgram(const QString &folder)
 {
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../") + folder);
+}
+
+} // namespace
+
+LinuxBundle::LinuxBundle(const QStringList &folders, const QString &frameworks) : m_folders(folders)
+{
+    if (QFileInfo(frameworks).isDir())
+        m_frameworks = frameworks;
     const auto path = LinuxBundle::resourcePath(QStringLiteral("Info.json"));
     const auto text = path ? Files::read(*path) : std::nullopt;
     const auto info = text ? Json::decodeObject(*text) : std::nullopt;
@@ -32,8 +43,12 @@ std::optional<QString> LinuxBundle::resourcePath(const QString &name) const
 
 QStringList LinuxBundle::usualFolders()
 {
-    const QString program = QCoreApplication::applicationDirPath();
-    return {QStringLiteral(":/brindle"), QDir::cleanPath(program + QStringLiteral("/../share/velmora"))};
+    return {QStringLiteral(":/brindle"), besideProgram(QStringLiteral("share/velmora"))};
+}
+
+QString LinuxBundle::usualFrameworks()
+{
+    return besideProgram(QStringLiteral("libexec/velmora"));
 }
 
 } // namespace brindle

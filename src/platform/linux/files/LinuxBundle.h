@@ -12,9 +12,10 @@ namespace brindle {
 class LinuxBundle : public Bundle
 {
 public:
-    /// Folders that hold resources, asked in this order. The information dictionary is "Info.json" in the
-    /// first that has one.
-    explicit LinuxBundle(const QStringList &folders = usualFolders());
+    /// Folders that hold resources, asked in this order; the information dictionary is "Info.json" in the
+    /// first that has one. And the folder that holds the private frameworks, if it is there.
+    explicit LinuxBundle(
+        const QStringList &folders = usualFolders(), const QString &frameworks = usualFrameworks());
 
     std::optional<QString> resourcePath(const QString &name) const override;
     std::optional<QString> privateFrameworksPath() const override { return m_frameworks; }
@@ -22,6 +23,8 @@ public:
 
     /// Within the program, then "share/velmora" beside the folder of the program.
     static QStringList usualFolders();
+    /// "libexec/velmora" beside the folder of the program.
+    static QString usualFrameworks();
 
 private:
     QStringList m_folders;

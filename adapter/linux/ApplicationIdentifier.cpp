@@ -1,0 +1,47 @@
+#include "adapter/linux/ApplicationIdentifier.h"
+
+#include <QRegularExpression>
+
+namespace brindle::adapter {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QString lastPart(const QString &path)
+{
+    return path.section(u'/', -1);
+}
+
+/// Several players of one application add to their name which of them they are.
+QString withoutInstance(const QString &name)
+{
+    static const QRegularExpression instance(u"\\.instance[^.]*$"_s);
+    return QString(name).remove(instance);
+}
+
+} // namespace
+
+QString namedDesktopEntry(const QString &desktopEntry)
+{
+    static const QRegularExpression form(u"^[A-Za-z0-9_][A-Za-z0-9_.+-]{0,254}$"_s);
+    static const QString suffix = u".desktop"_s;
+    // Some players give the path of the file.
+    QString id = lastPart(desktopEntry);
+    if (id.endsWith(suffix))
+        id.chop(suffix.size());
+    return form.match(id).hasMatch() ? id : QString();
+}
+
+QString applicationIdentifier(
+    const PlayerOrigin &origin, const std::function<bool(const QString &id)> &isInstalled)
+{
+    if (QString named = namedDesktopEntry(origin.desktopEntry); !named.isEmpty())
+        return named;
+    if (QString program = namedDesktopEntry(lastPart(origin.executable));
+        !program.isEmpty() && isInstalled(program))
+        return program;
+    return withoutInstance(origin.nameBelow);
+}
+
+} // namespace brindle::adapter
