@@ -4,6 +4,7 @@
 #include "foundation/SystemScheduler.h"
 #include "foundation/ThreadQueue.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/audio/PulseAudioOutput.h"
 #include "platform/linux/dbus/BlueZDevices.h"
 #include "platform/linux/dbus/BusConnection.h"
 #include "platform/linux/dbus/PortalAccessibilitySettings.h"
@@ -40,7 +41,7 @@ struct LinuxPlatform::Parts
     PortalAccessibilitySettings accessibilitySettings{sessionBus};
     TrayMenuBarItem menuBarItem{scheduler, sessionBus};
     QtHostApplication application;
-    NullAudioOutput audioOutput;
+    PulseAudioOutput audioOutput{scheduler};
     NullWorkspace workspace;
     NullScriptRunner scriptRunner;
     NullChildProcesses childProcesses;
