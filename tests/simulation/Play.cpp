@@ -51,12 +51,12 @@ private:
 
 } // namespace
 
-std::optional<Failure> play(const Trail &trail)
+std::optional<trails::Failure> play(const Trail &trail)
 {
     Player player;
     for (std::size_t index = 0; index < trail.size(); ++index) {
         if (const auto complaint = player.step(trail[index]))
-            return Failure{index, *complaint};
+            return trails::Failure{index, *complaint};
     }
     return std::nullopt;
 }

@@ -1,7 +1,4 @@
 #include "simulation/Play.h"
-#include "simulation/Shorten.h"
-
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -15,50 +12,17 @@ constexpr std::size_t dayLength = 5000;
 constexpr std::size_t usualEvents = 120'000;
 constexpr std::size_t eventsOfLongRuns = 3'000'000;
 
-std::size_t numberFrom(const char *variable, std::size_t fallBack)
-{
-    bool isNumber = false;
-    const qulonglong number = qEnvironmentVariable(variable).toULongLong(&isNumber);
-    return isNumber ? std::size_t(number) : fallBack;
-}
-
-/// Keeps what fails in the same way: with the same words, but for the numbers in them.
-QString kindOf(QString complaint)
-{
-    static const QRegularExpression details(QStringLiteral("'[^']*'|[-0-9.e]+"));
-    return complaint.remove(details);
-}
-
-std::string report(std::uint64_t seed, Trail day, const Failure &failure)
-{
-    day.resize(failure.index + 1);
-    const QString kind = kindOf(failure.complaint);
-    const Trail trail = shorten(day, [&kind](const Trail &candidate) {
-        const auto found = play(candidate);
-        return found && kindOf(found->complaint) == kind;
-    });
-    QString text = QStringLiteral("After %1 events of the day with seed %2: %3\nThe shortest trail to it:\n")
-                       .arg(failure.index + 1)
-                       .arg(seed)
-                       .arg(failure.complaint);
-    for (const Event &event : trail)
-        text += QStringLiteral("  ") + describe(event) + u'\n';
-    if (const auto again = play(trail))
-        text += QStringLiteral("and there: %1\n").arg(again->complaint);
-    return text.toStdString();
-}
-
 TEST(Simulation, RandomDaysKeepEveryPromise)
 {
-    const std::size_t events = numberFrom("BRINDLE_SIMULATION_EVENTS",
+    const std::size_t events = trails::numberFrom("BRINDLE_SIMULATION_EVENTS",
         qEnvironmentVariableIsSet("BRINDLE_LONG") ? eventsOfLongRuns : usualEvents);
-    std::uint64_t seed = numberFrom("BRINDLE_SIMULATION_SEED", 1);
+    std::uint64_t seed = trails::numberFrom("BRINDLE_SIMULATION_SEED", 1);
     for (std::size_t done = 0; done < events; done += dayLength, ++seed) {
         // Told beforehand, for a day that never ends.
         std::cout << "the day with seed " << seed << std::endl;
         const Trail day = makeDay(seed, std::min(dayLength, events - done));
         if (const auto failure = play(day))
-            FAIL() << report(seed, day, *failure);
+            FAIL() << trails::report(seed, day, *failure, play, habits);
     }
 }
 
@@ -67,7 +31,7 @@ TEST(Simulation, TheSameSeedGivesTheSameDay)
     const auto describeDay = [](std::uint64_t seed) {
         QString text;
         for (const Event &event : makeDay(seed, 200))
-            text += describe(event);
+            text += trails::describe(event, habits);
         return text;
     };
     EXPECT_EQ(describeDay(7), describeDay(7));
@@ -88,7 +52,7 @@ TEST(Simulation, AFailingTrailIsShortenedToWhatItNeeds)
     };
     Trail day = makeDay(3, 1000);
     ASSERT_TRUE(fails(day));
-    const Trail shortest = shorten(day, fails);
+    const Trail shortest = trails::shorten<Act>(day, fails);
     ASSERT_EQ(shortest.size(), 3U);
     EXPECT_EQ(shortest[0].act, Act::scroll);
     EXPECT_EQ(shortest[1].act, Act::scroll);

@@ -38,8 +38,8 @@ public:
     {
         m_onUpdate = std::move(onUpdate);
         m_onRunningChanged = std::move(onRunningChanged);
-        if (std::exchange(m_isRunning, canRun) != canRun || !canRun)
-            m_scheduler.post([tell = m_onRunningChanged, running = canRun] { tell(running); });
+        m_isRunning = canRun;
+        m_scheduler.post([tell = m_onRunningChanged, running = canRun] { tell(running); });
         return m_isRunning;
     }
     void stop() override { m_isRunning = false; }

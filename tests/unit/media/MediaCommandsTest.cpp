@@ -250,6 +250,21 @@ TEST_F(MediaCommands, ReportsFurtherAwayAreOverriddenForThreeSecondsAtMost)
     EXPECT_EQ(shown().elapsed, 13);
 }
 
+TEST_F(MediaCommands, ASeekLeavesOtherSourcesAlone)
+{
+    startWithRemote();
+    auto nameless = playingAt(10, music);
+    nameless.sourceBundleIdentifier.reset();
+    nameless.sourceName = QStringLiteral("Player");
+    remote->report(nameless);
+    service.seek(100);
+    remote->report(playingAt(50, music));
+    EXPECT_EQ(shown().elapsed, 50);
+    time.advance(1);
+    remote->report(nameless);
+    EXPECT_EQ(shown().elapsed, 101) << "it stands for its own source";
+}
+
 TEST_F(MediaCommands, APausedTrackStaysAtTheTargetOfItsSeek)
 {
     startWithRemote();
