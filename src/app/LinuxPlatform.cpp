@@ -16,6 +16,7 @@
 #include "platform/linux/files/XdgDirectories.h"
 #include "platform/linux/files/XdgLoginItem.h"
 #include "platform/linux/network/QtUrlSession.h"
+#include "platform/linux/scripts/LinuxScriptRunner.h"
 #include "platform/linux/x11/X11EventMonitors.h"
 #include "platform/linux/x11/X11PanelWindow.h"
 #include "platform/null/NullPorts.h"
@@ -43,7 +44,9 @@ struct LinuxPlatform::Parts
     QtHostApplication application;
     PulseAudioOutput audioOutput{scheduler};
     NullWorkspace workspace;
-    NullScriptRunner scriptRunner;
+    LinuxScriptRunner scriptRunner{sessionBus, scheduler,
+        {.configuration = directories.configuration(),
+            .flatpaks = directories.home() + QStringLiteral("/.var/app")}};
     NullChildProcesses childProcesses;
     QtUrlSession urlSession{scheduler, directories.caches() + QStringLiteral("/com.brindle.app/network")};
 };

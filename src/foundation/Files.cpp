@@ -6,6 +6,8 @@
 #include <QSaveFile>
 
 #include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace brindle::Files {
@@ -40,6 +42,25 @@ std::optional<QByteArray> read(const QString &path)
         return std::nullopt;
     QByteArray contents = file.readAll();
     if (file.error() != QFileDevice::NoError)
+        return std::nullopt;
+    return contents;
+}
+
+std::optional<QByteArray> readAtMost(qsizetype limit, const QString &path)
+{
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+        return std::nullopt;
+    struct stat state{};
+    QFile file;
+    if (::fstat(descriptor, &state) != 0 || !S_ISREG(state.st_mode)
+        || !file.open(
+            descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return std::nullopt;
+    }
+    QByteArray contents = file.read(limit + 1);
+    if (file.error() != QFileDevice::NoError || contents.size() > limit)
         return std::nullopt;
     return contents;
 }

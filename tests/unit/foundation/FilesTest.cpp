@@ -8,6 +8,7 @@
 #include <csignal>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace brindle {
 namespace {
@@ -55,6 +56,24 @@ TEST_F(FilesTest, AFileThatIsMissingIsAbsentAndAnEmptyOneIsNot)
     EXPECT_EQ(Files::read(dir.path()), std::nullopt);
     EXPECT_EQ(Files::writeAtomically(path(QStringLiteral("empty")), {}), std::nullopt);
     EXPECT_EQ(Files::read(path(QStringLiteral("empty"))), QByteArray());
+}
+
+TEST_F(FilesTest, AFileOfOthersIsReadUpToItsLimit)
+{
+    ASSERT_EQ(Files::writeAtomically(path(QStringLiteral("file")), "1234"), std::nullopt);
+    EXPECT_EQ(Files::readAtMost(4, path(QStringLiteral("file"))), "1234");
+    EXPECT_EQ(Files::readAtMost(3, path(QStringLiteral("file"))), std::nullopt);
+    EXPECT_EQ(Files::readAtMost(3, path(QStringLiteral("missing"))), std::nullopt);
+    EXPECT_NE(Files::readAtMost(0x10000, QStringLiteral("/proc/self/status")), std::nullopt)
+        << "the system's own files do not tell their size";
+}
+
+TEST_F(FilesTest, WhatIsNoPlainFileHoldsNobodyUp)
+{
+    EXPECT_EQ(Files::readAtMost(4, dir.path()), std::nullopt);
+    EXPECT_EQ(Files::readAtMost(4, QStringLiteral("/dev/zero")), std::nullopt);
+    ASSERT_EQ(::mkfifo(QFile::encodeName(path(QStringLiteral("pipe"))).constData(), 0600), 0);
+    EXPECT_EQ(Files::readAtMost(4, path(QStringLiteral("pipe"))), std::nullopt);
 }
 
 TEST_F(FilesTest, FoldersAndFileAreForTheUserAlone)

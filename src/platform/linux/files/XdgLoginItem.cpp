@@ -1,6 +1,7 @@
 #include "platform/linux/files/XdgLoginItem.h"
 
 #include "foundation/Files.h"
+#include "platform/linux/files/KeyFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -20,17 +21,6 @@ QString entryPath(const QString &configuration)
     return configuration + QStringLiteral("/autostart/com.brindle.app.desktop");
 }
 
-/// Escapes that hold for every text in a desktop entry.
-QString escaped(QString text)
-{
-    return text.replace(u'\\', QStringLiteral("\\\\"));
-}
-
-QString unescaped(QString text)
-{
-    return text.replace(QStringLiteral("\\\\"), QStringLiteral("\\"));
-}
-
 /// A path as one word of a command line, which has rules of its own on top.
 QString commandWord(const QString &path)
 {
@@ -42,23 +32,13 @@ QString commandWord(const QString &path)
             word += u'%';
         word += character;
     }
-    return escaped(u'"' + word + u'"');
+    return KeyFile::escaped(u'"' + word + u'"');
 }
 
 /// The keys of the main group; none when there is no such file.
 Entry readEntry(const QString &path)
 {
-    Entry entry;
-    bool isInMainGroup = false;
-    const auto lines = QString::fromUtf8(Files::read(path).value_or(QByteArray())).split(u'\n');
-    for (const QString &line : lines) {
-        const QString text = line.trimmed();
-        if (text.startsWith(u'['))
-            isInMainGroup = text == u"[Desktop Entry]";
-        else if (isInMainGroup && !text.startsWith(u'#') && text.contains(u'='))
-            entry.insert(text.section(u'=', 0, 0).trimmed(), text.section(u'=', 1).trimmed());
-    }
-    return entry;
+    return KeyFile::group(Files::read(path).value_or(QByteArray()), QStringLiteral("Desktop Entry"));
 }
 
 bool starts(const Entry &entry)
@@ -66,7 +46,7 @@ bool starts(const Entry &entry)
     const auto isTrue = [&](const QString &key, const QString &otherwise) {
         return entry.value(key, otherwise) == u"true";
     };
-    const QString program = unescaped(entry.value(QStringLiteral("TryExec")));
+    const QString program = KeyFile::unescaped(entry.value(QStringLiteral("TryExec")));
     const bool exists = program.isEmpty() || !QStandardPaths::findExecutable(program).isEmpty();
     return !entry.isEmpty() && exists && !isTrue(QStringLiteral("Hidden"), QStringLiteral("false"))
         && isTrue(QStringLiteral("X-GNOME-Autostart-enabled"), QStringLiteral("true"));
@@ -101,7 +81,7 @@ bool XdgLoginItem::registerItem()
 {
     return write(m_userEntry,
         QStringLiteral("Comment=The island at the top of the screen\nTryExec=%1\nExec=%2\nTerminal=false\n")
-            .arg(escaped(m_program), commandWord(m_program)));
+            .arg(KeyFile::escaped(m_program), commandWord(m_program)));
 }
 
 bool XdgLoginItem::unregisterItem()
