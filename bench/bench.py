@@ -21,6 +21,7 @@ from harness.session import PANEL, Program, Session  # noqa: E402
 from costs import context_switches, cpu_seconds, machine_busy, memory, switches_between  # noqa: E402
 from frames import FrameWatch, due  # noqa: E402
 
+WORDS = (PANEL[0] // 2 - 60, 8, 120, 22)  # where the closed island says something, within the panel
 HOVER_DELAY = 0.05  # the preference's own default
 LOADED = 0.10  # of the machine busy with something else: a figure beside it means less
 
@@ -60,6 +61,8 @@ def measure_start(subject):
     subject.rest()
     subject.note("first frame", 1000 * subject.launch())
     subject.settle()
+    if written := subject.watch.brightened(subject.began):
+        subject.note("first words", 1000 * (written - subject.began))
     for kind, size in memory(subject.program.pid).items():
         subject.note(f"{kind} memory", size)
     subject.end()
@@ -104,6 +107,7 @@ def stood(subject, since):
 # Figure, unit, digits, and the limit: what it says, and whether it holds for the program's and the baseline's value.
 FIGURES = (
     ("first frame", "ms", 1, "at most 1.5 × baseline", lambda ours, base: ours <= 1.5 * base),
+    ("first words", "ms", 1, "", None),
     ("resident memory", "MB", 1, "at most baseline + 40 MB", lambda ours, base: ours <= base + 40),
     ("proportional memory", "MB", 1, "", None),
     ("private memory", "MB", 1, "at most baseline + 25 MB", lambda ours, base: ours <= base + 25),
@@ -146,7 +150,7 @@ def table(rows):
 
 def measure(arguments):
     with Session(accessibility=False) as session:
-        watch = FrameWatch(session.screen.name, PANEL)
+        watch = FrameWatch(session.screen.name, PANEL, WORDS)
         ours = Subject(session, watch, "velmora", arguments.program or arguments.build / "src" / "app" / "velmora")
         baseline = Subject(session, watch, "baseline", arguments.build / "bench" / "baseline" / "brindle_bench_baseline")
         loads = []

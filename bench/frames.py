@@ -12,11 +12,14 @@ SAME_FRAME = 0.004
 
 
 class FrameWatch:
-    """Notes each change of every window of one size from the moment that it is made. Times are `time.monotonic`."""
+    """Notes each change of every window of one size from the moment that it is made, and when something bright first
+    stands at `place` (x, y, width, height) in it. Times are `time.monotonic`."""
 
-    def __init__(self, server_name, size):
-        self._size = size
+    def __init__(self, server_name, size, place):
+        self._size, self._place = size, place
         self._changes = []
+        self._brightened = []
+        self._unpainted = self._dark = None  # a window on its way to its first frame, and to its first bright spot
         self._lock = threading.Lock()
         self._display = display.Display(server_name)
         self._display.damage_query_version()
@@ -32,11 +35,34 @@ class FrameWatch:
                 if event.type == X.CreateNotify and (event.width, event.height) == self._size:
                     event.window.damage_create(damage.DamageReportRawRectangles)
                     self._display.flush()
+                    self._unpainted = self._dark = event.window
                 elif event.type == self._display.extension_event.DamageNotify:
-                    with self._lock:
-                        self._changes.append(now)
+                    self._note(event.drawable, now)
         except (error.ConnectionClosedError, OSError, ValueError):
             pass  # the session has ended
+
+    def _note(self, window, now):
+        if window == self._unpainted:
+            if not self._is_clear(window):
+                return
+            self._unpainted = None
+        with self._lock:
+            self._changes.append(now)
+        if window == self._dark and self._is_bright(window):
+            self._dark = None
+            with self._lock:
+                self._brightened.append(now)
+
+    def _is_clear(self, window):
+        """Whether its corner is transparent: a window starts with the pixels that it covers, and they are opaque."""
+        return window.get_image(0, self._size[1] - 1, 1, 1, X.ZPixmap, 0xFFFFFFFF).data[3] == 0
+
+    def _is_bright(self, window):
+        return max(window.get_image(*self._place, X.ZPixmap, 0x00FFFFFF).data) > 200
+
+    def brightened(self, since):
+        with self._lock:
+            return next((moment for moment in self._brightened if moment >= since), None)
 
     def frames(self, since, until=float("inf")):
         """The times of the frames between two moments."""
