@@ -30,6 +30,8 @@ void IslandHost::buildScene()
         {{QStringLiteral("island"), QVariant::fromValue(&m_presenter)}})));
     m_root->setParentItem(m_panel.contentWindow()->contentItem());
     m_root->setSize(IslandSurface::panelSize);
+    connect(m_panel.contentWindow(), &QQuickWindow::afterRendering, &m_presenter,
+        &IslandPresenter::setOnScreen, Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
 void IslandHost::shapeChanged()

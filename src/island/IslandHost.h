@@ -15,7 +15,8 @@ class PanelWindow;
 
 /// Draws the island into a panel's window and keeps the panel's input shape in step with what is drawn.
 ///
-/// The view model and the panel outlive it. Main thread.
+/// The window's first frame shows the shape, which can be used already; what stands in it is built on the
+/// turn after. The view model and the panel outlive it. Main thread.
 class IslandHost : public QObject
 {
     Q_OBJECT

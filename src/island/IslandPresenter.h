@@ -25,6 +25,8 @@ class IslandPresenter : public QObject
     Q_PROPERTY(brindle::ExpandedContent *expanded READ expanded CONSTANT)
     Q_PROPERTY(brindle::StatusBar *statusBar READ statusBar CONSTANT)
     Q_PROPERTY(brindle::Clock *clock READ clock CONSTANT)
+    /// Whether the panel has drawn its shape; what stands in it is built from then on.
+    Q_PROPERTY(bool isOnScreen READ isOnScreen NOTIFY isOnScreenChanged)
     /// How the last change of tab is to be shown.
     Q_PROPERTY(brindle::Motion selectionMotion READ selectionMotion NOTIFY selectionMotionChanged)
     Q_PROPERTY(int selectedTab READ selectedTab NOTIFY selectedTabChanged)
@@ -40,6 +42,9 @@ public:
     ExpandedContent *expanded() { return &m_expanded; }
     StatusBar *statusBar() { return &m_statusBar; }
     Clock *clock() { return &m_clock; }
+    bool isOnScreen() const { return m_isOnScreen; }
+    /// Tells that the panel has drawn for the first time.
+    void setOnScreen();
     Motion selectionMotion() const;
     int selectedTab() const { return int(m_viewModel.selectedTab()); }
     bool reducesMotion() const;
@@ -53,6 +58,7 @@ Q_SIGNALS:
     void selectionMotionChanged();
     void selectedTabChanged();
     void reducesMotionChanged();
+    void isOnScreenChanged();
 
 private:
     IslandViewModel &m_viewModel;
@@ -61,6 +67,7 @@ private:
     ExpandedContent m_expanded;
     StatusBar m_statusBar;
     Clock m_clock;
+    bool m_isOnScreen = false;
 };
 
 } // namespace brindle

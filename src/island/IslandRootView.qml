@@ -27,25 +27,13 @@ Item {
         }
     }
 
-    // Keeps content within the body; the corners lie in the content's own margins.
-    Item {
-        id: body
-        width: Math.round(root.surface.width - 2 * root.surface.shoulder)
-        height: Math.round(root.surface.height)
-        x: Math.round((root.width - width) / 2)
-        clip: true
-
-        Stage {
-            id: cast
-            subject: root.surface.subject
-        }
-        Repeater {
-            model: cast
-            delegate: IslandContent {
-                island: root.island
-                stage: cast
-            }
-        }
+    // What stands in the shape is built when the shape is on the screen, so that nobody waits for it.
+    Loader {
+        anchors.fill: parent
+        active: root.island.isOnScreen
+        Component.onCompleted: setSource("IslandBody.qml", {
+            "island": root.island
+        })
     }
 
     IslandFileDropDelegate {

@@ -5,6 +5,7 @@
 #include "core/SettingsStore.h"
 
 #include <QGuiApplication>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QQuickRenderTarget>
 
@@ -13,7 +14,14 @@
 
 namespace brindle {
 
-IslandScene::IslandScene(double scale)
+IslandScene::IslandScene(double scale) : IslandScene(BeforeTheFirstFrame{}, scale)
+{
+    content();
+    QCoreApplication::sendPostedEvents(&presenter());
+    content();
+}
+
+IslandScene::IslandScene(BeforeTheFirstFrame /*tag*/, double scale)
     : m_viewModel(session.container)
     , m_window(&m_control)
     , m_panel(session.platform.displays, m_window)
@@ -29,7 +37,6 @@ IslandScene::IslandScene(double scale)
     m_window.setRenderTarget(target);
     session.container.start();
     m_host = std::make_unique<IslandHost>(m_viewModel, m_panel);
-    content();
 }
 
 IslandScene::~IslandScene() = default;
@@ -71,6 +78,16 @@ void IslandScene::play(const NowPlayingTrack &track, double volume)
 void IslandScene::show(const SystemActivity &activity)
 {
     session.container.activities().post(activity);
+}
+
+void IslandScene::click(QPointF position)
+{
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const bool isDown = type == QEvent::MouseButtonPress;
+        QMouseEvent event(
+            type, position, position, Qt::LeftButton, isDown ? Qt::LeftButton : Qt::NoButton, {});
+        QCoreApplication::sendEvent(&m_window, &event);
+    }
 }
 
 const QImage &IslandScene::content()

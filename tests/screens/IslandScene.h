@@ -35,6 +35,11 @@ class IslandScene
 public:
     /// `scale` is in device pixels for each point.
     explicit IslandScene(double scale = 1);
+    /// A program whose window has drawn nothing yet.
+    struct BeforeTheFirstFrame
+    {
+    };
+    explicit IslandScene(BeforeTheFirstFrame tag, double scale = 1);
     ~IslandScene();
 
     Session session;
@@ -55,6 +60,8 @@ public:
     void plug(int percentage, bool onMains, bool charging);
     void play(const NowPlayingTrack &track, double volume);
     void show(const SystemActivity &activity);
+    /// In points from the panel's top left corner.
+    void click(QPointF position);
 
     /// What is seen, before a quiet wallpaper.
     QImage picture();

@@ -6,7 +6,6 @@
 #include <QAccessible>
 #include <QBuffer>
 #include <QMimeData>
-#include <QMouseEvent>
 #include <QStringList>
 
 #include <gmock/gmock.h>
@@ -79,15 +78,6 @@ protected:
         QAccessibleInterface *control = named(name);
         ASSERT_NE(control, nullptr) << name.toStdString();
         control->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    }
-    void click(QPointF position)
-    {
-        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            const bool isDown = type == QEvent::MouseButtonPress;
-            QMouseEvent event(
-                type, position, position, Qt::LeftButton, isDown ? Qt::LeftButton : Qt::NoButton, {});
-            QCoreApplication::sendEvent(&scene.window(), &event);
-        }
     }
     /// Frames that were asked for while time passes.
     int framesDuring(double seconds)
@@ -175,18 +165,18 @@ TEST_F(ViewsTest, HidingTheSelectedTabSelectsTheFirstVisibleOne)
 
 TEST_F(ViewsTest, ATapOnTheShapeOpensAndOneBesideItDoesNot)
 {
-    click({300, 20});
+    scene.click({300, 20});
     EXPECT_FALSE(scene.viewModel().isExpanded());
-    click({343, 10}); // in the frame, but in a shoulder's hollow
+    scene.click({343, 10}); // in the frame, but in a shoulder's hollow
     EXPECT_FALSE(scene.viewModel().isExpanded());
-    click({470, 20});
+    scene.click({470, 20});
     EXPECT_TRUE(scene.viewModel().isExpanded());
 }
 
 TEST_F(ViewsTest, ATapOnATabSelectsIt)
 {
     scene.open();
-    click({65, 42 + 12 + 44 + 17});
+    scene.click({65, 42 + 12 + 44 + 17});
     EXPECT_EQ(scene.viewModel().selectedTab(), IslandTab::shelf);
 }
 
