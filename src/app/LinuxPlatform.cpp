@@ -15,13 +15,38 @@
 #include "platform/linux/files/LinuxBundle.h"
 #include "platform/linux/files/XdgDirectories.h"
 #include "platform/linux/files/XdgLoginItem.h"
+#include "platform/linux/hardware/KernelInputMonitoring.h"
+#include "platform/linux/hardware/KernelMediaKeys.h"
+#include "platform/linux/hardware/SysfsBrightness.h"
 #include "platform/linux/network/QtUrlSession.h"
 #include "platform/linux/scripts/LinuxScriptRunner.h"
 #include "platform/linux/x11/X11EventMonitors.h"
+#include "platform/linux/x11/X11InputMonitoring.h"
+#include "platform/linux/x11/X11MediaKeys.h"
 #include "platform/linux/x11/X11PanelWindow.h"
 #include "platform/null/NullPorts.h"
 
 namespace brindle {
+
+namespace {
+
+/// Who tells of the media keys, and whether this user may listen.
+struct KeyWatch
+{
+    std::unique_ptr<MediaKeys> keys;
+    std::unique_ptr<InputMonitoring> permission;
+};
+
+/// An X server lets every program listen. A Wayland session lets none, and neither does the X server that it
+/// may have; there the kernel is asked.
+KeyWatch watchKeys()
+{
+    if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        return {std::make_unique<X11MediaKeys>(), std::make_unique<X11InputMonitoring>()};
+    return {std::make_unique<KernelMediaKeys>(), std::make_unique<KernelInputMonitoring>()};
+}
+
+} // namespace
 
 /// In the order in which they need each other.
 struct LinuxPlatform::Parts
@@ -43,6 +68,8 @@ struct LinuxPlatform::Parts
     TrayMenuBarItem menuBarItem{scheduler, sessionBus};
     QtHostApplication application;
     PulseAudioOutput audioOutput{scheduler};
+    SysfsBrightness displayBrightness{scheduler};
+    KeyWatch keyWatch = watchKeys();
     NullWorkspace workspace;
     LinuxScriptRunner scriptRunner{sessionBus, scheduler,
         {.configuration = directories.configuration(),
@@ -133,6 +160,21 @@ HostApplication &LinuxPlatform::application()
 AudioOutput &LinuxPlatform::audioOutput()
 {
     return m_parts->audioOutput;
+}
+
+DisplayBrightness &LinuxPlatform::displayBrightness()
+{
+    return m_parts->displayBrightness;
+}
+
+MediaKeys &LinuxPlatform::mediaKeys()
+{
+    return *m_parts->keyWatch.keys;
+}
+
+InputMonitoring &LinuxPlatform::inputMonitoring()
+{
+    return *m_parts->keyWatch.permission;
 }
 
 Workspace &LinuxPlatform::workspace()

@@ -34,6 +34,9 @@ public:
     MenuBarItem &menuBarItem() override;
     HostApplication &application() override;
     AudioOutput &audioOutput() override;
+    DisplayBrightness &displayBrightness() override;
+    MediaKeys &mediaKeys() override;
+    InputMonitoring &inputMonitoring() override;
     Workspace &workspace() override;
     ScriptRunner &scriptRunner() override;
     ChildProcesses &childProcesses() override;

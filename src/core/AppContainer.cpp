@@ -3,6 +3,7 @@
 #include "activities/ActivityCoordinator.h"
 #include "activities/BatteryMonitor.h"
 #include "activities/BluetoothMonitor.h"
+#include "activities/SystemControlsService.h"
 #include "core/SettingsStore.h"
 #include "media/QuietMedia.h"
 #include "platform/Platform.h"
@@ -17,6 +18,10 @@ AppContainer::AppContainer(Platform &platform, std::unique_ptr<MediaProvider> me
     : m_platform(platform)
     , m_settings(std::make_unique<SettingsStore>(platform.userDefaults(), platform.scheduler()))
     , m_activities(std::make_unique<ActivityCoordinator>(platform.scheduler()))
+    , m_systemControls(std::make_unique<SystemControlsService>(*m_activities, *m_settings,
+          SystemControlsService::Ports{platform.audioOutput(), platform.displayBrightness(),
+              platform.mediaKeys(), platform.inputMonitoring(), platform.application()},
+          platform.scheduler()))
     , m_media(std::move(media))
     , m_battery(
           std::make_unique<BatteryMonitor>(*m_activities, platform.powerSources(), platform.scheduler()))
@@ -32,6 +37,7 @@ void AppContainer::start()
         return;
     m_battery->start();
     m_bluetooth->start();
+    m_systemControls->start();
 }
 
 void AppContainer::stop()
@@ -40,6 +46,7 @@ void AppContainer::stop()
         return;
     m_battery->stop();
     m_bluetooth->stop();
+    m_systemControls->stop();
 }
 
 } // namespace brindle

@@ -13,6 +13,7 @@ class BatteryMonitor;
 class BluetoothMonitor;
 class Platform;
 class SettingsStore;
+class SystemControlsService;
 
 /// Posted on the platform's notification centre to open or close the island.
 inline const QString toggleIslandNotification = QStringLiteral("Brindle.ToggleIsland");
@@ -34,6 +35,7 @@ public:
     Platform &platform() const { return m_platform; }
     SettingsStore &settings() const { return *m_settings; }
     ActivityCoordinator &activities() const { return *m_activities; }
+    SystemControlsService &systemControls() const { return *m_systemControls; }
     BatteryMonitor &battery() const { return *m_battery; }
     BluetoothMonitor &bluetooth() const { return *m_bluetooth; }
     MediaProvider &media() const { return *m_media; }
@@ -46,6 +48,7 @@ private:
     Platform &m_platform;
     std::unique_ptr<SettingsStore> m_settings;
     std::unique_ptr<ActivityCoordinator> m_activities;
+    std::unique_ptr<SystemControlsService> m_systemControls;
     std::unique_ptr<MediaProvider> m_media;
     std::unique_ptr<BatteryMonitor> m_battery;
     std::unique_ptr<BluetoothMonitor> m_bluetooth;

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "foundation/Subscription.h"
+#include "foundation/Listeners.h"
 
 #include <QString>
 
 #include <functional>
-#include <memory>
+#include <map>
 
 namespace brindle {
 
@@ -15,15 +15,14 @@ namespace brindle {
 class NotificationCenter
 {
 public:
-    NotificationCenter();
-    ~NotificationCenter();
-
-    [[nodiscard]] Subscription observe(const QString &name, std::function<void()> handler);
-    void post(const QString &name);
+    [[nodiscard]] Subscription observe(const QString &name, std::function<void()> handler)
+    {
+        return m_observers[name].add(std::move(handler));
+    }
+    void post(const QString &name) { m_observers[name].call(); }
 
 private:
-    struct Registry;
-    std::shared_ptr<Registry> m_registry;
+    std::map<QString, Listeners<>> m_observers;
 };
 
 } // namespace brindle

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Listeners.h"
 #include "platform/AccessibilitySettings.h"
 #include "platform/Bundle.h"
 #include "platform/Directories.h"
@@ -153,7 +154,18 @@ public:
     bool isTerminated = false;
 
     void setActivationPolicy(ActivationPolicy activationPolicy) override { policy = activationPolicy; }
+    [[nodiscard]] Subscription notifyActivation(std::function<void()> becameActive) override
+    {
+        return m_activation.add(std::move(becameActive));
+    }
     void terminate() override { isTerminated = true; }
+
+    /// The person turns to the program.
+    void becomeActive() { m_activation.call(); }
+    bool isActivationObserved() const { return !m_activation.isEmpty(); }
+
+private:
+    Listeners<> m_activation;
 };
 
 } // namespace brindle

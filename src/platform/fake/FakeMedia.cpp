@@ -37,22 +37,13 @@ void FakeSerialQueue::runNext(Waiting &waiting)
 
 Subscription FakeAudioOutput::notify(std::function<void()> changed)
 {
-    if (refusesNotification)
-        return {};
-    const int observer = ++m_lastObserver;
-    m_observers->insert(observer, std::move(changed));
-    return Subscription([observer, weak = std::weak_ptr(m_observers)] {
-        if (const auto observers = weak.lock())
-            observers->remove(observer);
-    });
+    return refusesNotification ? Subscription() : m_observers.add(std::move(changed));
 }
 
 void FakeAudioOutput::set(std::optional<OutputLevel> level)
 {
     m_level = level;
-    const Observers observers = *m_observers;
-    for (const auto &changed : observers)
-        changed();
+    m_observers.call();
 }
 
 std::optional<QUrl> FakeWorkspace::urlForApplication(const QString &bundleIdentifier) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Listeners.h"
 #include "foundation/Scheduler.h"
 #include "foundation/SerialQueue.h"
 #include "platform/AudioOutput.h"
@@ -57,14 +58,11 @@ public:
 
     /// Replaces the level and tells whoever wants to know.
     void set(std::optional<OutputLevel> level);
-    bool isObserved() const { return !m_observers->empty(); }
+    bool isObserved() const { return !m_observers.isEmpty(); }
 
 private:
-    using Observers = QHash<int, std::function<void()>>;
-
     std::optional<OutputLevel> m_level;
-    int m_lastObserver = 0;
-    std::shared_ptr<Observers> m_observers = std::make_shared<Observers>();
+    Listeners<> m_observers;
 };
 
 /// A desktop whose applications a test installs and starts.

@@ -6,6 +6,7 @@
 #include "platform/fake/FakeBluetoothDevices.h"
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeEventMonitors.h"
+#include "platform/fake/FakeLevels.h"
 #include "platform/fake/FakeMedia.h"
 #include "platform/fake/FakePanelWindow.h"
 #include "platform/fake/FakePowerSources.h"
@@ -35,6 +36,9 @@ public:
     FakeMenuBarItem menu;
     FakeHostApplication host;
     FakeAudioOutput audio;
+    FakeDisplayBrightness brightness;
+    FakeMediaKeys keys;
+    FakeInputMonitoring monitoring;
     FakeWorkspace applications;
     FakeScriptRunner scripts;
     FakeChildProcesses processes;
@@ -59,6 +63,9 @@ public:
     MenuBarItem &menuBarItem() override { return menu; }
     HostApplication &application() override { return host; }
     AudioOutput &audioOutput() override { return audio; }
+    DisplayBrightness &displayBrightness() override { return brightness; }
+    MediaKeys &mediaKeys() override { return keys; }
+    InputMonitoring &inputMonitoring() override { return monitoring; }
     Workspace &workspace() override { return applications; }
     ScriptRunner &scriptRunner() override { return scripts; }
     ChildProcesses &childProcesses() override { return processes; }

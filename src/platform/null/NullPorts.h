@@ -4,9 +4,12 @@
 #include "platform/AudioOutput.h"
 #include "platform/BluetoothDevices.h"
 #include "platform/ChildProcesses.h"
+#include "platform/DisplayBrightness.h"
 #include "platform/EventMonitors.h"
 #include "platform/Haptics.h"
+#include "platform/InputMonitoring.h"
 #include "platform/LoginItem.h"
+#include "platform/MediaKeys.h"
 #include "platform/MenuBarItem.h"
 #include "platform/PowerSources.h"
 #include "platform/Screens.h"
@@ -27,7 +30,34 @@ class NullAudioOutput : public AudioOutput
 {
 public:
     std::optional<OutputLevel> level() const override { return std::nullopt; }
-    [[nodiscard]] Subscription notify(std::function<void()>) override { return {}; }
+    // What never changes is told whenever it does.
+    [[nodiscard]] Subscription notify(std::function<void()>) override
+    {
+        return Subscription([] { });
+    }
+};
+
+class NullDisplayBrightness : public DisplayBrightness
+{
+public:
+    std::optional<double> brightness() const override { return std::nullopt; }
+    [[nodiscard]] Subscription notify(std::function<void()>) override
+    {
+        return Subscription([] { });
+    }
+};
+
+class NullMediaKeys : public MediaKeys
+{
+public:
+    [[nodiscard]] Subscription addGlobalMonitor(std::function<void(long)>) override { return {}; }
+};
+
+class NullInputMonitoring : public InputMonitoring
+{
+public:
+    bool preflightListenEventAccess() const override { return false; }
+    void requestListenEventAccess() override { }
 };
 
 class NullWorkspace : public Workspace

@@ -20,7 +20,8 @@ class HastyScheduler : public SystemScheduler
 public:
     Delay after(double seconds, std::function<void()> work) override
     {
-        pauses.append(seconds);
+        if (seconds > 0)
+            pauses.append(seconds);
         return SystemScheduler::after(0, std::move(work));
     }
 

@@ -3,6 +3,7 @@
 #include "activities/ActivityCoordinator.h"
 #include "activities/BatteryMonitor.h"
 #include "activities/BluetoothMonitor.h"
+#include "activities/SystemControlsService.h"
 #include "core/SettingsStore.h"
 #include "media/MediaProvider.h"
 #include "support/Session.h"
@@ -24,6 +25,7 @@ TEST_F(AppContainerTest, IsBuiltStoppedWithEveryServiceAtRest)
     EXPECT_FALSE(container.isStarted());
     EXPECT_FALSE(container.battery().isObserving());
     EXPECT_FALSE(container.bluetooth().isObserving());
+    EXPECT_FALSE(container.systemControls().isObservingLevels());
     EXPECT_EQ(container.activities().current(), std::nullopt);
     EXPECT_TRUE(container.activities().queue().isEmpty());
 }
@@ -59,8 +61,11 @@ TEST_F(AppContainerTest, AStopBeforeAnyStartDoesNothing)
 
 TEST_F(AppContainerTest, AStopEndsWhatTheStartBegan)
 {
+    container.settings().setSystemControlsEnabled(true);
     container.start();
+    EXPECT_TRUE(container.systemControls().isObservingLevels());
     container.stop();
+    EXPECT_FALSE(container.systemControls().isObservingLevels());
     EXPECT_FALSE(container.isStarted());
     EXPECT_FALSE(container.battery().isObserving());
     EXPECT_FALSE(container.bluetooth().isObserving());

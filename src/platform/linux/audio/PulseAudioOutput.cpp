@@ -4,10 +4,19 @@
 
 namespace brindle {
 
+PulseAudioOutput::PulseAudioOutput(Scheduler &scheduler)
+    : m_scheduler(scheduler)
+    , m_listeners([this] {
+        if (m_listeners.isEmpty())
+            m_server.rest();
+    })
+    , m_server(scheduler, [this] { m_listeners.call(); })
+{ }
+
 std::optional<OutputLevel> PulseAudioOutput::level() const
 {
     m_wasRead = true;
-    if (m_listeners == 0 && !m_end.isPending())
+    if (m_listeners.isEmpty() && !m_end.isPending())
         linger();
     return m_server.level();
 }
@@ -27,21 +36,9 @@ void PulseAudioOutput::linger() const
 
 Subscription PulseAudioOutput::notify(std::function<void()> changed)
 {
-    ++m_listeners;
     m_end.cancel();
     m_server.follow();
-    const auto connection =
-        QObject::connect(&m_server, &PulseFollower::changed, &m_server, std::move(changed));
-    return Subscription{m_lifetime.guard([this, connection] {
-        QObject::disconnect(connection);
-        listenerEnded();
-    })};
-}
-
-void PulseAudioOutput::listenerEnded()
-{
-    if (--m_listeners == 0)
-        m_server.rest();
+    return m_listeners.add(std::move(changed));
 }
 
 } // namespace brindle

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Listeners.h"
 #include "platform/AudioOutput.h"
 #include "platform/linux/audio/PulseFollower.h"
 
@@ -15,7 +16,7 @@ class PulseAudioOutput : public AudioOutput
 public:
     static constexpr double lingering = 10;
 
-    explicit PulseAudioOutput(Scheduler &scheduler) : m_scheduler(scheduler), m_server(scheduler) { }
+    explicit PulseAudioOutput(Scheduler &scheduler);
 
     std::optional<OutputLevel> level() const override;
     [[nodiscard]] Subscription notify(std::function<void()> changed) override;
@@ -23,16 +24,14 @@ public:
     bool isListening() const { return m_server.isFollowing(); }
 
 private:
-    void listenerEnded();
     void linger() const;
 
     Scheduler &m_scheduler;
-    int m_listeners = 0;
+    Listeners<> m_listeners;
     // To read is to begin to listen, which changes nothing of what is read.
     mutable PulseFollower m_server;
     mutable bool m_wasRead = false;
     mutable Delay m_end;
-    Lifetime m_lifetime;
 };
 
 } // namespace brindle

@@ -7,7 +7,10 @@
 
 namespace brindle {
 
-PulseFollower::PulseFollower(Scheduler &scheduler) : m_scheduler(scheduler) { }
+PulseFollower::PulseFollower(Scheduler &scheduler, std::function<void()> changed)
+    : m_scheduler(scheduler)
+    , m_changed(std::move(changed))
+{ }
 
 PulseFollower::~PulseFollower() = default;
 
@@ -22,6 +25,7 @@ void PulseFollower::rest()
     m_sessionLifetime = Lifetime();
     m_session.reset();
     m_nextLook.cancel();
+    m_announcement.cancel();
     m_pause = firstPause;
     m_level.reset();
 }
@@ -55,12 +59,8 @@ void PulseFollower::ended()
 
 void PulseFollower::set(std::optional<OutputLevel> level)
 {
-    if (std::exchange(m_level, level) == level || std::exchange(m_isAnnouncing, true))
-        return;
-    m_scheduler.post(m_lifetime.guard([this] {
-        m_isAnnouncing = false;
-        Q_EMIT changed();
-    }));
+    if (std::exchange(m_level, level) != level && !m_announcement.isPending())
+        m_announcement = m_scheduler.after(0, m_changed);
 }
 
 } // namespace brindle

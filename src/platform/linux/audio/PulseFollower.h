@@ -4,8 +4,7 @@
 #include "foundation/Scheduler.h"
 #include "platform/AudioOutput.h"
 
-#include <QObject>
-
+#include <functional>
 #include <memory>
 
 namespace brindle {
@@ -15,17 +14,18 @@ class PulseSession;
 /// Keeps to the sound server through its death and return. Main thread; never blocks but to end a session.
 ///
 /// While there is no server it looks for one again and again, less often each time.
-class PulseFollower : public QObject
+class PulseFollower
 {
-    Q_OBJECT
-
 public:
     /// Seconds from one look for a server to the next: at first, and at most.
     static constexpr double firstPause = 0.5;
     static constexpr double longestPause = 30;
 
-    explicit PulseFollower(Scheduler &scheduler);
-    ~PulseFollower() override;
+    /// Calls `changed` after the level changed while the server is followed; at most once a turn.
+    PulseFollower(Scheduler &scheduler, std::function<void()> changed);
+    ~PulseFollower();
+    PulseFollower(const PulseFollower &) = delete;
+    PulseFollower &operator=(const PulseFollower &) = delete;
 
     /// Begins, and ends; again and again. At rest there is no connection and no timer.
     void follow();
@@ -35,10 +35,6 @@ public:
     /// Absent without a server, and until it has answered.
     std::optional<OutputLevel> level() const { return m_level; }
 
-Q_SIGNALS:
-    /// The level changed while the server was followed; at most once a turn.
-    void changed();
-
 private:
     void look();
     void said(std::optional<OutputLevel> level);
@@ -46,14 +42,14 @@ private:
     void set(std::optional<OutputLevel> level);
 
     Scheduler &m_scheduler;
+    const std::function<void()> m_changed;
     std::unique_ptr<PulseSession> m_session;
     Delay m_nextLook;
     double m_pause = firstPause;
     std::optional<OutputLevel> m_level;
-    bool m_isAnnouncing = false;
+    Delay m_announcement;
     /// Ends with each session.
     Lifetime m_sessionLifetime;
-    Lifetime m_lifetime;
 };
 
 } // namespace brindle

@@ -2,11 +2,23 @@
 
 #include <QGuiApplication>
 
+#include <utility>
+
 namespace brindle {
 
 void QtHostApplication::setActivationPolicy(ActivationPolicy policy)
 {
     QGuiApplication::setQuitOnLastWindowClosed(policy == ActivationPolicy::regular);
+}
+
+Subscription QtHostApplication::notifyActivation(std::function<void()> becameActive)
+{
+    const auto connection = QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, qGuiApp,
+        [becameActive = std::move(becameActive)](Qt::ApplicationState state) {
+            if (state == Qt::ApplicationActive)
+                becameActive();
+        });
+    return Subscription([connection] { QObject::disconnect(connection); });
 }
 
 void QtHostApplication::terminate()

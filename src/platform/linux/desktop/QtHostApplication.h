@@ -10,6 +10,7 @@ class QtHostApplication : public HostApplication
 {
 public:
     void setActivationPolicy(ActivationPolicy policy) override;
+    [[nodiscard]] Subscription notifyActivation(std::function<void()> becameActive) override;
     void terminate() override;
 };
 
