@@ -4,6 +4,7 @@
 #include "foundation/SystemScheduler.h"
 #include "foundation/ThreadQueue.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/applications/XdgWorkspace.h"
 #include "platform/linux/audio/PulseAudioOutput.h"
 #include "platform/linux/dbus/BlueZDevices.h"
 #include "platform/linux/dbus/BusConnection.h"
@@ -70,7 +71,7 @@ struct LinuxPlatform::Parts
     PulseAudioOutput audioOutput{scheduler};
     SysfsBrightness displayBrightness{scheduler};
     KeyWatch keyWatch = watchKeys();
-    NullWorkspace workspace;
+    XdgWorkspace workspace{scheduler, XdgWorkspace::usualSurroundings(directories)};
     LinuxScriptRunner scriptRunner{sessionBus, scheduler,
         {.configuration = directories.configuration(),
             .flatpaks = directories.home() + QStringLiteral("/.var/app")}};

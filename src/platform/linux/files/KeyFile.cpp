@@ -1,18 +1,22 @@
 #include "platform/linux/files/KeyFile.h"
 
+#include <QStringTokenizer>
+
 namespace brindle::KeyFile {
 
 QHash<QString, QString> group(const QByteArray &text, const QString &name)
 {
     QHash<QString, QString> keys;
     bool isInGroup = false;
-    const auto lines = QString::fromUtf8(text).split(u'\n');
-    for (const QString &whole : lines) {
-        const QString line = whole.trimmed();
+    const QString whole = QString::fromUtf8(text);
+    for (const QStringView part : QStringView(whole).tokenize(u'\n')) {
+        const QStringView line = part.trimmed();
+        const qsizetype equals = line.indexOf(u'=');
         if (line.startsWith(u'['))
-            isInGroup = line.size() == name.size() + 2 && line.endsWith(u']') && line.mid(1).startsWith(name);
-        else if (isInGroup && !line.startsWith(u'#') && line.contains(u'='))
-            keys.insert(line.section(u'=', 0, 0).trimmed(), line.section(u'=', 1).trimmed());
+            isInGroup = line.endsWith(u']') && line.sliced(1).chopped(1) == name;
+        else if (isInGroup && !line.startsWith(u'#') && equals >= 0)
+            keys.insert(
+                line.first(equals).trimmed().toString(), line.sliced(equals + 1).trimmed().toString());
     }
     return keys;
 }
