@@ -183,9 +183,10 @@ class Pointer:
 class Keyboard:
     def __init__(self, connection):
         self._display = connection
+        XK.load_keysym_group("xf86")
 
     def tap(self, name, modifiers=()):
-        """A key by its X name ("Down", "a", "space"), with modifiers by theirs ("Shift_L")."""
+        """A key by its X name ("Down", "a", "space", "XF86_AudioMute"), with modifiers by theirs ("Shift_L")."""
         codes = [self._code(modifier) for modifier in modifiers] + [self._code(name)]
         for code in codes:
             xtest.fake_input(self._display, X.KeyPress, code)
