@@ -20,6 +20,7 @@ from harness.session import PANEL, Program, Session  # noqa: E402
 
 from costs import context_switches, cpu_seconds, machine_busy, memory, switches_between  # noqa: E402
 from frames import FrameWatch, due  # noqa: E402
+from levels import LEVEL_FIGURES, measure_change, measure_tick, start_sound  # noqa: E402
 
 WORDS = (PANEL[0] // 2 - 60, 8, 120, 22)  # where the closed island says something, within the panel
 HOVER_DELAY = 0.05  # the preference's own default
@@ -121,9 +122,9 @@ FIGURES = (
 )
 
 
-def evaluate(ours, baseline, rest):
+def evaluate(figures, ours, baseline, rest):
     rows = []
-    for figure, unit, digits, limit, holds in FIGURES:
+    for figure, unit, digits, limit, holds in figures:
         value, base = (median(subject.readings[figure]) if figure in subject.readings else None
                        for subject in (ours, baseline))
         rows.append({
@@ -135,10 +136,10 @@ def evaluate(ours, baseline, rest):
     return rows
 
 
-def table(rows):
+def table(rows, ours, baseline):
     def number(value, digits, unit=""):
         return "–" if value is None else f"{value:.{digits}f} {unit}".rstrip()
-    cells = [("", "Velmora", "empty window", "ratio", "to hold", "")]
+    cells = [("", ours, baseline, "ratio", "to hold", "")]
     for row in rows:
         verdict = {None: "", True: "holds", False: "DOES NOT HOLD"}[row["holds"]]
         cells.append((row["figure"], number(row["value"], row["digits"], row["unit"]),
@@ -174,7 +175,27 @@ def measure(arguments):
                 for _ in range(arguments.openings - 1):
                     measure_opening(subject)
                 subject.end()
-        return evaluate(ours, baseline, arguments.rest), loads
+        levels = measure_levels(session, watch, ours.program.path, arguments, loads)
+        return evaluate(FIGURES, ours, baseline, arguments.rest), levels, loads
+
+
+def measure_levels(session, watch, path, arguments, loads):
+    """The same program with and without showing levels, in turn."""
+    start_sound(session)
+    off, on = (Subject(session, watch, f"levels {name}", path) for name in ("off", "on"))
+    on.program.prefer(systemControlsEnabled=True)
+    for turn in range(arguments.rest_rounds):
+        measure_tick(arguments.build / "bench" / "brindle_bench_observer", on)
+        for subject in (off, on):
+            progress(f"{subject.name} at rest, {turn + 1} of {arguments.rest_rounds}")
+            subject.rest()
+            subject.launch()
+            subject.settle(3)
+            loads.append(measure_rest(subject, arguments.rest))
+            for percent in range(20, 20 + 10 * arguments.openings, 10) if subject is on else ():
+                measure_change(subject, percent)
+            subject.end()
+    return evaluate(LEVEL_FIGURES, on, off, arguments.rest)
 
 
 def progress(text):
@@ -191,17 +212,18 @@ def main():
     parser.add_argument("--rest", type=float, default=30, help="seconds at rest in a long run")
     parser.add_argument("--openings", type=int, default=4, help="openings in a long run")
     arguments = parser.parse_args()
-    rows, loads = measure(arguments)
+    rows, levels, loads = measure(arguments)
     load = max(loads)
     print(f"\nMedians of {arguments.rounds} starts, {arguments.rest_rounds} rests of {arguments.rest:g} s and "
-          f"{arguments.rest_rounds * arguments.openings} openings of each, in turn.\n\n{table(rows)}\n")
+          f"{arguments.rest_rounds * arguments.openings} openings of each, in turn.\n\n{table(rows, 'Velmora', 'empty window')}\n\n"
+          f"{table(levels, 'levels on', 'levels off')}\n")
     if load > LOADED:
         print(f"The machine was busy with other things: up to {100 * load:.0f} % of its {os.cpu_count()} cores while the "
               "programs rested. Measure again when it is idle.")
     else:
         print(f"The machine was idle otherwise (at most {100 * load:.1f} % busy while the programs rested).")
     if arguments.json:
-        arguments.json.write_text(json.dumps({"figures": rows, "busy_while_resting": loads}, indent=2) + "\n")
+        arguments.json.write_text(json.dumps({"figures": rows, "levels": levels, "busy_while_resting": loads}, indent=2) + "\n")
         print(f"Written: {arguments.json}")
 
 

@@ -32,7 +32,7 @@ class Session:
         self.environment = home_environment(self.folder / "home")
         self.environment |= {"DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.folder}/absent",
                              "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={self.folder}/absent"}
-        self.screen = self._keep(XServer(self.folder, self.environment, size, touchpad))
+        self.screen = self.keep(XServer(self.folder, self.environment, size, touchpad))
         self.environment["DISPLAY"] = self.screen.name
         self.pointer, self.keyboard = self.screen.pointer, self.screen.keyboard
         self.pointer.move(size[0] // 2, size[1] - 60)
@@ -46,17 +46,17 @@ class Session:
             self.tray = self._run("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request")
             wait_until(lambda: self._owner("_NET_SYSTEM_TRAY_S0"), "the tray")
         if buses and accessibility:
-            self._keep(AccessibilityBus(self.folder, self.environment, self.session_bus))
-            self.reader = self._keep(ScreenReader(self.folder, self.environment))
+            self.keep(AccessibilityBus(self.folder, self.environment, self.session_bus))
+            self.reader = self.keep(ScreenReader(self.folder, self.environment))
 
     def _start_buses(self):
-        self.session_bus = self._keep(Bus(self.folder, self.environment, "session"))
-        self.system_bus = self._keep(Bus(self.folder, self.environment, "system"))
+        self.session_bus = self.keep(Bus(self.folder, self.environment, "session"))
+        self.system_bus = self.keep(Bus(self.folder, self.environment, "system"))
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.session_bus.address
         self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = self.system_bus.address
-        self.power = self._keep(Power(self.folder, self.environment, self.system_bus))
+        self.power = self.keep(Power(self.folder, self.environment, self.system_bus))
         self.power.start()
-        self.bluetooth = self._keep(Bluetooth(self.folder, self.environment, self.system_bus))
+        self.bluetooth = self.keep(Bluetooth(self.folder, self.environment, self.system_bus))
         self.bluetooth.start()
 
     def start_compositor(self):
@@ -73,9 +73,10 @@ class Session:
         return getattr(owner, "id", owner)
 
     def _run(self, name, *arguments):
-        return self._keep(Child([name, *arguments], self.environment, self.folder / f"{name}.log"))
+        return self.keep(Child([name, *arguments], self.environment, self.folder / f"{name}.log"))
 
-    def _keep(self, part):
+    def keep(self, part):
+        """Ends `part` with the session, and before what the session has already."""
         self._parts.append(part)
         return part
 
