@@ -9,7 +9,7 @@ namespace brindle {
 
 void PrintTo(const ScreenState &state, std::ostream *out)
 {
-    *out << state.name;
+    *out << state.name.constData();
 }
 
 namespace {
@@ -76,7 +76,7 @@ std::vector<ScreenState> comparableStates()
 
 std::string nameOf(const testing::TestParamInfo<ScreenState> &info)
 {
-    std::string name = info.param.name;
+    std::string name = info.param.name.toStdString();
     std::replace(name.begin(), name.end(), '-', '_');
     return name;
 }

@@ -64,17 +64,6 @@ void showHeadset(IslandScene &scene, const QString &name, const QString &detail)
     scene.show(activity(scene, ActivityType::peripheral, name, detail, QStringLiteral("airpodspro")));
 }
 
-void showSound(IslandScene &scene, double level, const QString &symbol)
-{
-    scene.show(activity(scene, ActivityType::systemControl, QStringLiteral("Sound"), {}, symbol, level));
-}
-
-void showDisplay(IslandScene &scene, double level)
-{
-    scene.show(activity(scene, ActivityType::systemControl, QStringLiteral("Display"), {},
-        QStringLiteral("sun.max.fill"), level));
-}
-
 void openAt(IslandScene &scene, IslandTab tab)
 {
     scene.settings().setShowAssistantTab(true);
@@ -182,37 +171,6 @@ const QList<ScreenState> eventStates{
             showHeadset(scene, QStringLiteral("小林さんのヘッドホン"), QStringLiteral("Connected"));
             scene.settle();
         }},
-    {"event-sound-0",
-        [](IslandScene &scene) {
-            showSound(scene, 0, QStringLiteral("speaker.slash.fill"));
-            scene.settle();
-        }},
-    {"event-sound-0004",
-        [](IslandScene &scene) {
-            showSound(scene, 0.004, QStringLiteral("speaker.wave.1.fill"));
-            scene.settle();
-        }},
-    {"event-sound-50",
-        [](IslandScene &scene) {
-            showSound(scene, 0.5, QStringLiteral("speaker.wave.2.fill"));
-            scene.settle();
-        }},
-    {"event-sound-100",
-        [](IslandScene &scene) {
-            showSound(scene, 1, QStringLiteral("speaker.wave.3.fill"));
-            scene.settle();
-        }},
-    {"event-sound-still",
-        [](IslandScene &scene) {
-            scene.session.platform.accessibility.setReduceMotion(true);
-            showSound(scene, 0.5, QStringLiteral("speaker.wave.2.fill"));
-            scene.settle();
-        }},
-    {"event-display-70",
-        [](IslandScene &scene) {
-            showDisplay(scene, 0.7);
-            scene.settle();
-        }},
     {"event-over-media",
         [](IslandScene &scene) {
             scene.play(song(true), 0.8);
@@ -239,12 +197,6 @@ const QList<ScreenState> openStates{
             showHeadset(scene, QStringLiteral("Ada’s Earbuds"), QStringLiteral("Connected"));
             scene.settle();
         }},
-    {"open-level",
-        [](IslandScene &scene) {
-            scene.open();
-            showSound(scene, 0.5, QStringLiteral("speaker.wave.2.fill"));
-            scene.settle();
-        }},
     {"open-battery-5", [](IslandScene &scene) { openWithBattery(scene, 5, false, false); }},
     {"open-battery-30", [](IslandScene &scene) { openWithBattery(scene, 30, false, false); }},
     {"open-battery-50", [](IslandScene &scene) { openWithBattery(scene, 50, false, false); }},
@@ -256,6 +208,53 @@ const QList<ScreenState> openStates{
             scrollSidebar(scene, -60);
         }},
 };
+
+/// A level as the machine has it, and its name in the names of pictures.
+struct Level
+{
+    const char *name;
+    std::function<void(FakePlatform &)> set;
+};
+
+Level sound(const char *name, double level, bool muted = false)
+{
+    return {name, [level, muted](FakePlatform &machine) { machine.audio.set({{level, muted}}); }};
+}
+
+const QList<Level> levels{
+    sound("sound-0", 0),
+    sound("sound-0004", 0.004),
+    sound("sound-033", 0.33),
+    sound("sound-034", 0.34),
+    sound("sound-067", 0.67),
+    sound("sound-100", 1),
+    sound("sound-muted", 0.5, true),
+    {"display-70", [](FakePlatform &machine) { machine.brightness.set(0.7); }},
+};
+
+/// Changes the level, and waits for its display to come to rest.
+void change(IslandScene &scene, const Level &level)
+{
+    scene.session.platform.audio.set({{0.5, false}});
+    scene.session.platform.brightness.set(0.5);
+    scene.settings().setSystemControlsEnabled(true);
+    scene.pass(0.5);
+    level.set(scene.session.platform);
+    scene.settle();
+}
+
+/// Each level in surroundings that `prepare` makes.
+QList<ScreenState> levelsIn(const QByteArray &surroundings, const std::function<void(IslandScene &)> &prepare)
+{
+    QList<ScreenState> states;
+    for (const Level &level : levels) {
+        states.append({surroundings + '-' + level.name, [prepare, level](IslandScene &scene) {
+                           prepare(scene);
+                           change(scene, level);
+                       }});
+    }
+    return states;
+}
 
 ScreenState openingAt(const char *name, double seconds)
 {
@@ -307,12 +306,17 @@ const QList<ScreenState> &allScreenStates()
 {
     static const QList<ScreenState> states = [] {
         QList<ScreenState> small = closedStates + eventStates;
+        small += levelsIn("event", [](IslandScene &) {})
+            + levelsIn("still", [](IslandScene &scene) { scene.settings().setReduceEffects(true); });
         for (ScreenState &state : small) {
             state.area = QRectF(240, 0, 460, 90);
             state.isForEyesOnly = QLatin1StringView(state.name).contains(u"-rtl-")
                 || QLatin1StringView(state.name).contains(u"-cjk-");
         }
-        return small + openStates + movingStates;
+        QList<ScreenState> chips = levelsIn("chip", [](IslandScene &scene) { scene.open(); });
+        for (ScreenState &chip : chips)
+            chip.area = QRectF(0, 0, 470, 90);
+        return small + openStates + chips + movingStates;
     }();
     return states;
 }
