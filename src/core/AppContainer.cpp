@@ -5,14 +5,34 @@
 #include "activities/BluetoothMonitor.h"
 #include "activities/SystemControlsService.h"
 #include "core/SettingsStore.h"
-#include "media/QuietMedia.h"
+#include "foundation/SerialQueue.h"
+#include "media/ApplicationMediaFallback.h"
+#include "media/MediaRemoteProcessBridge.h"
+#include "media/SystemMediaService.h"
 #include "platform/Platform.h"
 
 #include <utility>
 
 namespace brindle {
 
-AppContainer::AppContainer(Platform &platform) : AppContainer(platform, std::make_unique<QuietMedia>()) { }
+namespace {
+
+const QString fallbackQueueLabel = QStringLiteral("com.brindle.media-fallback");
+
+std::unique_ptr<MediaProvider> makeMedia(Platform &platform)
+{
+    auto remote = std::make_unique<MediaRemoteProcessBridge>(platform.bundle(), platform.childProcesses(),
+        platform.workspace(), platform.scheduler(),
+        platform.makeSerialQueue(MediaRemoteProcessBridge::ioQueueLabel()),
+        platform.makeSerialQueue(MediaRemoteProcessBridge::commandQueueLabel()));
+    auto fallback = std::make_unique<ApplicationMediaFallback>(
+        platform.scriptRunner(), platform.scheduler(), platform.bundle());
+    return std::make_unique<SystemMediaService>(std::move(remote), std::move(fallback),
+        platform.makeSerialQueue(fallbackQueueLabel), platform.audioOutput(), platform.workspace(),
+        platform.scheduler());
+}
+
+} // namespace
 
 AppContainer::AppContainer(Platform &platform, std::unique_ptr<MediaProvider> media)
     : m_platform(platform)
@@ -22,7 +42,7 @@ AppContainer::AppContainer(Platform &platform, std::unique_ptr<MediaProvider> me
           SystemControlsService::Ports{platform.audioOutput(), platform.displayBrightness(),
               platform.mediaKeys(), platform.inputMonitoring(), platform.application()},
           platform.scheduler()))
-    , m_media(std::move(media))
+    , m_media(media ? std::move(media) : makeMedia(platform))
     , m_battery(
           std::make_unique<BatteryMonitor>(*m_activities, platform.powerSources(), platform.scheduler()))
     , m_bluetooth(std::make_unique<BluetoothMonitor>(
@@ -38,6 +58,7 @@ void AppContainer::start()
     m_battery->start();
     m_bluetooth->start();
     m_systemControls->start();
+    m_media->start();
 }
 
 void AppContainer::stop()
@@ -47,6 +68,7 @@ void AppContainer::stop()
     m_battery->stop();
     m_bluetooth->stop();
     m_systemControls->stop();
+    m_media->stop();
 }
 
 } // namespace brindle

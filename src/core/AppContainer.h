@@ -27,9 +27,8 @@ class AppContainer : public QObject
     Q_OBJECT
 
 public:
-    explicit AppContainer(Platform &platform);
-    /// `media` is what plays, until the program has a media service of its own.
-    AppContainer(Platform &platform, std::unique_ptr<MediaProvider> media);
+    /// A test may give a stand-in for what plays.
+    explicit AppContainer(Platform &platform, std::unique_ptr<MediaProvider> media = nullptr);
     ~AppContainer() override;
 
     Platform &platform() const { return m_platform; }

@@ -16,6 +16,11 @@ class MediaProvider : public QObject
 public:
     using QObject::QObject;
 
+    /// For the owner: from here on it follows what plays.
+    virtual void start() { }
+    /// And no longer.
+    virtual void stop() { }
+
     virtual const std::optional<NowPlayingTrack> &nowPlaying() const = 0;
     /// The system's output level, 0 to 1.
     virtual double outputVolume() const = 0;

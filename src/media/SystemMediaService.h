@@ -39,9 +39,9 @@ public:
         AudioOutput &audioOutput, Workspace &workspace, Scheduler &scheduler, QObject *parent = nullptr);
 
     /// A remote that ends later is not started again until the next stop and start.
-    void start();
+    void start() override;
     /// What is known, and shown, stays.
-    void stop();
+    void stop() override;
     bool isStarted() const { return m_timer.has_value(); }
 
     const std::optional<NowPlayingTrack> &nowPlaying() const override { return m_nowPlaying; }

@@ -143,6 +143,18 @@ void Program::apply(const Event &event)
         return platform.accessibility.setReduceMotion(event.choice % 2 == 0);
     case Act::changeScreens:
         return changeScreens(event);
+    case Act::reportTrack:
+        return media.report(event);
+    case Act::endAdapter:
+        return media.endAdapter(event);
+    case Act::answerScripts:
+        return media.answerScripts(event);
+    case Act::hangScripts:
+        return media.hangScripts(event);
+    case Act::turnVolume:
+        return media.turnVolume(event);
+    case Act::commandMedia:
+        return commandMedia(event);
     case Act::jumpClock:
         return platform.time.jumpWallClock((event.x - 0.5) * 40);
     case Act::stopOrStart:
@@ -421,6 +433,21 @@ void Program::changeBluetooth(const Event &event)
 void Program::changeScreens(const Event &event)
 {
     platform.displays.set(displaySets[event.choice % displaySets.size()]);
+}
+
+void Program::commandMedia(const Event &event)
+{
+    MediaProvider &player = m_container->media();
+    switch (event.choice % 4) {
+    case 0:
+        return player.togglePlayback();
+    case 1:
+        return player.seek(event.x * 220 - 10);
+    case 2:
+        return player.previousTrack();
+    default:
+        return player.nextTrack();
+    }
 }
 
 } // namespace brindle::simulation

@@ -6,6 +6,7 @@
 #include "island/IslandSurface.h"
 #include "island/SidebarNavigation.h"
 #include "platform/fake/FakePlatform.h"
+#include "simulation/SimulatedMedia.h"
 #include "simulation/Trail.h"
 #include "support/ManualFrames.h"
 
@@ -74,6 +75,7 @@ public:
 
     ManualFrames frames;
     FakePlatform platform;
+    SimulatedMedia media{platform};
 
     /// Who is told what the person does; may be null.
     PersonWatcher *watcher = nullptr;
@@ -99,6 +101,7 @@ private:
     void changePower(const Event &event);
     void changeBluetooth(const Event &event);
     void changeScreens(const Event &event);
+    void commandMedia(const Event &event);
 
     std::unique_ptr<AppContainer> m_container;
     std::unique_ptr<AppDelegate> m_delegate;

@@ -5,6 +5,7 @@
 #include "activities/BluetoothMonitor.h"
 #include "core/SettingsStore.h"
 #include "foundation/Geometry.h"
+#include "media/SystemMediaService.h"
 
 #include <algorithm>
 
@@ -16,6 +17,9 @@ namespace {
 constexpr double rounding = 1e-6;
 /// Seconds after which a drag is over for sure: its two waits, once around.
 constexpr double dragEnd = 0.12 + 0.22;
+
+/// Seconds by which a change of the volume is seen.
+constexpr double volumePoll = 0.16;
 
 constexpr int monitorsOfTheController = 4;
 
@@ -104,10 +108,12 @@ void Witness::check(bool isSettled)
     checkActivities();
     checkIsland();
     checkDrag();
+    checkMedia();
     checkDelays();
     checkShape();
     if (isSettled) {
         checkServices();
+        checkSettledMedia();
         checkPanel();
     }
 }
@@ -190,6 +196,54 @@ void Witness::checkServices()
         QStringLiteral("the mains were missed"));
 }
 
+// What plays
+
+const SystemMediaService &Witness::media() const
+{
+    return dynamic_cast<const SystemMediaService &>(m_program.container().media());
+}
+
+void Witness::checkMedia()
+{
+    const auto &sessions = media().sessions();
+    const auto &shown = media().nowPlaying();
+    expect(shown.has_value() != sessions.empty(),
+        QStringLiteral("%1 sources are known, but something is shown or not").arg(sessions.size()));
+    if (shown) {
+        const auto session = sessions.find(shown->sessionKey());
+        expect(session != sessions.end() && session->second.track == *shown,
+            QStringLiteral("what is shown is no source's track"));
+        expect(!shown->title.isEmpty(), QStringLiteral("a track without a title is shown"));
+    }
+    const QStringList applications = SimulatedMedia::scriptedApplications();
+    for (const auto &[key, session] : sessions)
+        expect(key == media().remoteSessionKey() || applications.contains(key),
+            QStringLiteral("'%1' was reported by an adapter that reports something else by now").arg(key));
+}
+
+void Witness::checkSettledMedia()
+{
+    expect(media().isStarted() == m_program.container().isStarted(),
+        QStringLiteral("media runs in a stopped program, or rests in a started one"));
+    expect(m_program.platform.audio.isObserved() == media().isStarted(),
+        QStringLiteral("the volume is followed in a stopped program, or not in a started one"));
+    if (!media().isStarted())
+        return;
+    const bool isAdapterRunning = m_program.media.isAdapterRunning();
+    expect(media().supportsTransportControls() == isAdapterRunning,
+        QStringLiteral("the adapter's start or end was missed"));
+    expect(isAdapterRunning || !media().remoteSessionKey(),
+        QStringLiteral("an adapter that has ended is still shown"));
+    expect(isAdapterRunning || media().pollsPending() > 0,
+        QStringLiteral("without an adapter nobody asks the applications"));
+    const auto level = m_program.platform.audio.level();
+    if (!level || uptime() <= m_program.media.volumeTurnedAt() + volumePoll + rounding)
+        return;
+    const double audible = level->muted ? 0 : std::clamp(level->level, 0.0, 1.0);
+    expect(std::abs(media().outputVolume() - audible) <= 0.005,
+        QStringLiteral("the volume is %1, and %2 is shown").arg(audible).arg(media().outputVolume()));
+}
+
 void Witness::checkPanel()
 {
     FakePlatform &platform = m_program.platform;
@@ -241,7 +295,7 @@ void Witness::checkDelays()
 {
     const int drags = m_island.isExternalDragTaskPending() ? 1 : 0;
     const int known = int(m_island.isHoverPending()) + int(m_island.isCollapsePending()) + drags
-        + int(m_program.container().activities().isExpiryPending())
+        + int(m_program.container().activities().isExpiryPending()) + media().pollsPending()
         + int(m_program.content().surface().isRevealPending());
     const auto pending = m_program.platform.time.pendingCount();
     expect(pending >= known && pending <= known + drags,

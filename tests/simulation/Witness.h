@@ -8,6 +8,10 @@
 
 #include <optional>
 
+namespace brindle {
+class SystemMediaService;
+}
+
 namespace brindle::simulation {
 
 /// Follows one launch of the program and says what is wrong with it.
@@ -43,6 +47,9 @@ private:
     void checkIsland();
     void checkDrag();
     void checkServices();
+    void checkMedia();
+    void checkSettledMedia();
+    const SystemMediaService &media() const;
     void checkPanel();
     void checkDelays();
     void checkShape();

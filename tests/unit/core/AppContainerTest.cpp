@@ -6,6 +6,7 @@
 #include "activities/SystemControlsService.h"
 #include "core/SettingsStore.h"
 #include "media/MediaProvider.h"
+#include "support/FakeAdapter.h"
 #include "support/Session.h"
 
 #include <gtest/gtest.h>
@@ -30,15 +31,72 @@ TEST_F(AppContainerTest, IsBuiltStoppedWithEveryServiceAtRest)
     EXPECT_TRUE(container.activities().queue().isEmpty());
 }
 
-TEST_F(AppContainerTest, WithoutMediaNothingPlays)
+TEST_F(AppContainerTest, WithoutAnAdapterTheApplicationsAreAskedWhatTheyPlay)
 {
+    const QString player = QStringLiteral("com.spotify.client");
+    platform.applications.running = {player};
+    container.start();
+    platform.time.runPosted();
+    ASSERT_FALSE(platform.scripts.sources.isEmpty());
+    EXPECT_TRUE(platform.scripts.sources.constFirst().contains(player));
     EXPECT_EQ(container.media().nowPlaying(), std::nullopt);
-    EXPECT_EQ(container.media().outputVolume(), 0);
+}
+
+TEST_F(AppContainerTest, WhatTheAdapterReportsIsShownAndCanBePaused)
+{
+    const FakeAdapter adapter(platform);
+    platform.audio.set(OutputLevel{0.25, false});
+    container.start();
+    platform.time.runPosted();
+    EXPECT_EQ(container.media().outputVolume(), 0.25);
+    ASSERT_TRUE(adapter.isRunning());
+    adapter.report({{QStringLiteral("title"), QStringLiteral("Song")}, {QStringLiteral("playing"), true}});
+    platform.time.runPosted();
+    ASSERT_TRUE(container.media().nowPlaying());
+    EXPECT_EQ(container.media().nowPlaying()->title, QStringLiteral("Song"));
+
     container.media().togglePlayback();
-    container.media().seek(1);
-    container.media().nextTrack();
-    container.media().previousTrack();
-    EXPECT_EQ(container.media().nowPlaying(), std::nullopt);
+    platform.time.runPosted();
+    EXPECT_EQ(adapter.commands(), QStringList{QStringLiteral("send 1")});
+    EXPECT_FALSE(container.media().nowPlaying()->isPlaying);
+
+    container.stop();
+    EXPECT_FALSE(adapter.isRunning());
+    EXPECT_TRUE(container.media().nowPlaying());
+}
+
+TEST_F(AppContainerTest, MediaStartsAfterTheOtherServicesAndStopsAfterThem)
+{
+    class Onlooker final : public MediaProvider
+    {
+    public:
+        const AppContainer *container = nullptr;
+        QStringList seen;
+
+        void start() override { look(); }
+        void stop() override { look(); }
+        const std::optional<NowPlayingTrack> &nowPlaying() const override { return m_nothing; }
+        double outputVolume() const override { return 0; }
+        void togglePlayback() override { }
+        void seek(double /*seconds*/) override { }
+        void previousTrack() override { }
+        void nextTrack() override { }
+
+    private:
+        void look()
+        {
+            seen.append(container->battery().isObserving() && container->bluetooth().isObserving()
+                    ? QStringLiteral("others run")
+                    : QStringLiteral("others rest"));
+        }
+        const std::optional<NowPlayingTrack> m_nothing;
+    };
+    auto *onlooker = new Onlooker;
+    AppContainer watched{platform, std::unique_ptr<MediaProvider>(onlooker)};
+    onlooker->container = &watched;
+    watched.start();
+    watched.stop();
+    EXPECT_EQ(onlooker->seen, (QStringList{QStringLiteral("others run"), QStringLiteral("others rest")}));
 }
 
 TEST_F(AppContainerTest, ASecondStartChangesNothing)
