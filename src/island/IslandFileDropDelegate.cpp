@@ -44,7 +44,7 @@ void IslandFileDropDelegate::dragEnterEvent(QDragEnterEvent *event)
     event->setDropAction(Qt::CopyAction);
     event->accept();
     const QPointF location = locationInIsland(event->position());
-    m_island->viewModel()->animate(SelectionAnimation::makeSpring(0.32, 0.82, 0),
+    m_island->viewModel()->animate(Motion::makeSpring(0.32, 0.82, 0),
         [this, location] { m_island->viewModel()->externalDragEntered(location); });
 }
 

@@ -17,7 +17,7 @@ namespace {
 /// The display setting that leaves the choice to the program.
 const QString automaticDisplay = QStringLiteral("Automatic");
 
-constexpr auto arrowKeyAnimation = SelectionAnimation::makeSpring(0.36, 0.82, 0);
+constexpr auto arrowKeyMotion = Motion::makeSpring(0.36, 0.82, 0);
 
 } // namespace
 
@@ -204,7 +204,7 @@ EventMonitors::Disposition IslandPanelController::keyDown(const InputEvent &even
     const int offset = event.keyCode == KeyCode::upArrow ? -1 : event.keyCode == KeyCode::downArrow ? 1 : 0;
     if (offset == 0)
         return pass;
-    m_viewModel.animate(m_viewModel.reducesEffects() ? SelectionAnimation::plain() : arrowKeyAnimation,
+    m_viewModel.animate(m_viewModel.reducesEffects() ? Motion::plain() : arrowKeyMotion,
         [this, offset] { m_viewModel.selectAdjacentTab(offset); });
     return swallow;
 }

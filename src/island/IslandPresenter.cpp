@@ -23,22 +23,9 @@ IslandPresenter::IslandPresenter(IslandViewModel &viewModel, QObject *parent)
         &AccessibilitySettings::reduceMotionChanged, this, &IslandPresenter::reducesMotionChanged);
 }
 
-Motion IslandPresenter::motionOf(const SelectionAnimation &animation)
-{
-    switch (animation.kind) {
-    case SelectionAnimation::spring:
-        return Motion::makeSpring(animation.response, animation.dampingFraction, animation.blendDuration);
-    case SelectionAnimation::easeInOut:
-        return Motion::makeEaseInOut(animation.duration);
-    case SelectionAnimation::none:
-        break;
-    }
-    return {};
-}
-
 Motion IslandPresenter::selectionMotion() const
 {
-    return motionOf(m_viewModel.selectionAnimation());
+    return m_viewModel.selectionMotion();
 }
 
 bool IslandPresenter::reducesMotion() const

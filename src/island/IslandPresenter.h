@@ -48,7 +48,6 @@ public:
     Motion selectionMotion() const;
     int selectedTab() const { return int(m_viewModel.selectedTab()); }
     bool reducesMotion() const;
-    Q_INVOKABLE static brindle::Motion motionOf(const brindle::SelectionAnimation &animation);
 
     /// A single tap on the island.
     Q_INVOKABLE void tapped();

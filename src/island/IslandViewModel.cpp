@@ -35,11 +35,11 @@ IslandViewModel::IslandViewModel(AppContainer &container, ShelfDropTarget *shelf
     , m_shelf(shelf)
 { }
 
-void IslandViewModel::animate(const SelectionAnimation &animation, const std::function<void()> &change)
+void IslandViewModel::animate(const Motion &motion, const std::function<void()> &change)
 {
-    const SelectionAnimation outer = std::exchange(m_animationOfChanges, animation);
+    const Motion outer = std::exchange(m_motionOfChanges, motion);
     change();
-    m_animationOfChanges = outer;
+    m_motionOfChanges = outer;
 }
 
 bool IslandViewModel::reducesEffects() const
@@ -298,7 +298,7 @@ void IslandViewModel::setSelectedTab(IslandTab tab)
 {
     if (m_selectedTab == tab)
         return;
-    m_selectionAnimation = m_animationOfChanges;
+    m_selectionMotion = m_motionOfChanges;
     m_selectedTab = tab;
     Q_EMIT selectedTabChanged();
 }

@@ -2,7 +2,7 @@
 
 #include "core/IslandTab.h"
 #include "foundation/Scheduler.h"
-#include "island/SelectionAnimation.h"
+#include "ui/Motion.h"
 
 #include <QObject>
 #include <QPointF>
@@ -39,8 +39,7 @@ class IslandViewModel : public QObject
     Q_OBJECT
     Q_PROPERTY(bool isExpanded READ isExpanded NOTIFY isExpandedChanged)
     Q_PROPERTY(brindle::IslandTab selectedTab READ selectedTab WRITE setSelectedTab NOTIFY selectedTabChanged)
-    Q_PROPERTY(
-        brindle::SelectionAnimation selectionAnimation READ selectionAnimation NOTIFY selectedTabChanged)
+    Q_PROPERTY(brindle::Motion selectionMotion READ selectionMotion NOTIFY selectedTabChanged)
     Q_PROPERTY(bool isPointerInside READ isPointerInside NOTIFY isPointerInsideChanged)
     Q_PROPERTY(int interactionDepth READ interactionDepth NOTIFY interactionDepthChanged)
     Q_PROPERTY(bool isExternalDragActive READ isExternalDragActive NOTIFY isExternalDragActiveChanged)
@@ -60,10 +59,10 @@ public:
     std::optional<IslandExternalDropZone> activeExternalDropZone() const { return m_activeExternalDropZone; }
 
     /// How the last change of `selectedTab` is to be shown; it is in place before that change is announced.
-    SelectionAnimation selectionAnimation() const { return m_selectionAnimation; }
-    /// Runs `change`; a tab that it selects is shown with `animation`. Outside of this, selections are not
+    Motion selectionMotion() const { return m_selectionMotion; }
+    /// Runs `change`; a tab that it selects is shown with `motion`. Outside of this, selections are not
     /// animated.
-    void animate(const SelectionAnimation &animation, const std::function<void()> &change);
+    void animate(const Motion &motion, const std::function<void()> &change);
     /// Whether the user or the desktop asked for plain effects.
     bool reducesEffects() const;
 
@@ -124,8 +123,8 @@ private:
     ShelfDropTarget *m_shelf;
     bool m_isExpanded = false;
     IslandTab m_selectedTab = IslandTab::media;
-    SelectionAnimation m_selectionAnimation;
-    SelectionAnimation m_animationOfChanges;
+    Motion m_selectionMotion;
+    Motion m_motionOfChanges;
     bool m_isPointerInside = false;
     int m_interactionDepth = 0;
     bool m_isExternalDragActive = false;

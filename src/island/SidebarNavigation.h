@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/IslandTab.h"
-#include "island/SelectionAnimation.h"
+#include "ui/Motion.h"
 
 #include <QObject>
 #include <QRectF>
@@ -32,7 +32,7 @@ class SidebarNavigation : public QObject
     /// Vertical displacement of the highlight, in points, to be shown as it is; but see `settled`.
     Q_PROPERTY(double scrollFeedback READ scrollFeedback NOTIFY scrollFeedbackChanged)
     /// The spring by which the highlight goes back to rest.
-    Q_PROPERTY(brindle::SelectionAnimation settleAnimation READ settleAnimation CONSTANT)
+    Q_PROPERTY(brindle::Motion settleMotion READ settleMotion CONSTANT)
 
 public:
     /// How far a full swipe moves the highlight, in points.
@@ -47,7 +47,7 @@ public:
     QRectF bounds() const { return m_bounds; }
     void setBounds(const QRectF &bounds);
     double scrollFeedback() const { return m_scrollFeedback; }
-    static SelectionAnimation settleAnimation() { return SelectionAnimation::makeSpring(0.24, 0.78, 0); }
+    static Motion settleMotion() { return Motion::makeSpring(0.24, 0.78, 0); }
 
     /// Null until there is a view model.
     SidebarScrollMonitor *scrollMonitor() const { return m_scrollMonitor.get(); }
@@ -62,7 +62,7 @@ Q_SIGNALS:
     void tabsChanged();
     void boundsChanged();
     void scrollFeedbackChanged();
-    /// The gesture is over: right after this the feedback becomes 0, and is to go there by `settleAnimation`.
+    /// The gesture is over: right after this the feedback becomes 0, and is to go there by `settleMotion`.
     void settled();
 
 private:

@@ -22,7 +22,7 @@ Item {
         bounds: Qt.rect(root.positionInPanel.x, root.positionInPanel.y, root.width, root.height)
         // The highlight is under the fingers until they let go; then it swings back.
         onScrollFeedbackChanged: {
-            feedback.motion = rules.scrollFeedback === 0 ? root.island.motionOf(rules.settleAnimation) : root.atOnce;
+            feedback.motion = rules.scrollFeedback === 0 ? rules.settleMotion : root.atOnce;
             feedback.to = rules.scrollFeedback;
         }
     }

@@ -23,12 +23,4 @@ struct IslandState
     QML_UNCREATABLE("made by the panel's controller")
 };
 
-/// The rules' answers, so that tools know their properties.
-struct SelectionAnimationInQml
-{
-    Q_GADGET
-    QML_FOREIGN(brindle::SelectionAnimation)
-    QML_ANONYMOUS
-};
-
 } // namespace brindle

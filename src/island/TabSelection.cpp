@@ -10,8 +10,8 @@ namespace brindle {
 
 namespace {
 
-constexpr auto selectAnimation = SelectionAnimation::makeSpring(0.36, 0.82, 0.08);
-constexpr auto mendAnimation = SelectionAnimation::makeSpring(0.34, 0.88, 0.06);
+constexpr auto selectMotion = Motion::makeSpring(0.36, 0.82, 0.08);
+constexpr auto mendMotion = Motion::makeSpring(0.34, 0.88, 0.06);
 
 } // namespace
 
@@ -20,16 +20,15 @@ TabSelection::TabSelection(IslandViewModel &viewModel, QObject *parent)
     , m_viewModel(viewModel)
 {
     connect(&viewModel.container().settings(), &SettingsStore::visibleTabsChanged, this, [this] {
-        m_viewModel.animate(
-            reducesMotion() ? SelectionAnimation::plain() : mendAnimation, [this] { keepLegal(); });
+        m_viewModel.animate(reducesMotion() ? Motion::plain() : mendMotion, [this] { keepLegal(); });
     });
     keepLegal();
 }
 
 void TabSelection::select(IslandTab tab)
 {
-    m_viewModel.animate(reducesMotion() ? SelectionAnimation::plain() : selectAnimation,
-        [this, tab] { m_viewModel.setSelectedTab(tab); });
+    m_viewModel.animate(
+        reducesMotion() ? Motion::plain() : selectMotion, [this, tab] { m_viewModel.setSelectedTab(tab); });
 }
 
 void TabSelection::step(int offset)

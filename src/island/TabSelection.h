@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/IslandTab.h"
-#include "island/SelectionAnimation.h"
+#include "ui/Motion.h"
 
 #include <QObject>
 

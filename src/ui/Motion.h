@@ -36,6 +36,8 @@ public:
     }
     static constexpr Motion makeEaseOut(double seconds) { return {easeOut, 0, 1, 0, seconds}; }
     static constexpr Motion makeEaseInOut(double seconds) { return {easeInOut, 0, 1, 0, seconds}; }
+    /// What every change of selection becomes for those who asked for less movement.
+    static constexpr Motion plain() { return makeEaseInOut(0.12); }
 
     bool operator==(const Motion &) const = default;
 };

@@ -219,7 +219,7 @@ TEST_F(IslandInputTest, ArrowsMoveThroughTheTabsWithASpring)
     hoverOpen();
     EXPECT_EQ(session.sendLocal(key(KeyCode::downArrow)), Disposition::swallow);
     EXPECT_EQ(island().selectedTab(), IslandTab::shelf);
-    EXPECT_EQ(island().selectionAnimation(), SelectionAnimation::makeSpring(0.36, 0.82, 0));
+    EXPECT_EQ(island().selectionMotion(), Motion::makeSpring(0.36, 0.82, 0));
     EXPECT_EQ(session.sendLocal(key(KeyCode::upArrow)), Disposition::swallow);
     EXPECT_EQ(session.sendLocal(key(KeyCode::upArrow)), Disposition::swallow);
     EXPECT_EQ(island().selectedTab(), IslandTab::calculator);
@@ -231,7 +231,7 @@ TEST_F(IslandInputTest, UnderReducedMotionArrowsMovePlainly)
     launch();
     hoverOpen();
     session.sendLocal(key(KeyCode::downArrow));
-    EXPECT_EQ(island().selectionAnimation(), SelectionAnimation::makeEaseInOut(0.12));
+    EXPECT_EQ(island().selectionMotion(), Motion::makeEaseInOut(0.12));
 }
 
 TEST_F(IslandInputTest, KeysWithAModifierArePassedOn)

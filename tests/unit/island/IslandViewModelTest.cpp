@@ -327,15 +327,14 @@ TEST_F(IslandViewModelTest, WithTheSelectedTabHiddenNothingIsAdjacent)
 
 TEST_F(IslandViewModelTest, ASelectionCarriesTheAnimationThatItWasMadeWith)
 {
-    const auto spring = SelectionAnimation::makeSpring(0.36, 0.82, 0);
-    SelectionAnimation seen;
-    QObject::connect(
-        &island, &IslandViewModel::selectedTabChanged, [&] { seen = island.selectionAnimation(); });
+    const auto spring = Motion::makeSpring(0.36, 0.82, 0);
+    Motion seen;
+    QObject::connect(&island, &IslandViewModel::selectedTabChanged, [&] { seen = island.selectionMotion(); });
     island.animate(spring, [this] { island.selectAdjacentTab(1); });
     EXPECT_EQ(seen, spring);
-    EXPECT_EQ(island.selectionAnimation(), spring);
+    EXPECT_EQ(island.selectionMotion(), spring);
     island.setSelectedTab(IslandTab::media);
-    EXPECT_EQ(seen, SelectionAnimation());
+    EXPECT_EQ(seen, Motion());
 }
 
 TEST_F(IslandViewModelTest, SignalsComeOnlyWithChanges)

@@ -229,7 +229,7 @@ TEST_F(SidebarTest, TheSelectedButtonShrinksLittleUnderTheFingers)
 
 TEST_F(SidebarTest, TheHighlightSettlesByAQuickSpring)
 {
-    EXPECT_EQ(SidebarNavigation::settleAnimation(), SelectionAnimation::makeSpring(0.24, 0.78, 0));
+    EXPECT_EQ(SidebarNavigation::settleMotion(), Motion::makeSpring(0.24, 0.78, 0));
 }
 
 // Who sees what
@@ -279,20 +279,20 @@ TEST_F(SidebarTest, ATapSelectsWithASpring)
 {
     sidebar.select(IslandTab::calculator);
     EXPECT_EQ(island.selectedTab(), IslandTab::calculator);
-    EXPECT_EQ(island.selectionAnimation(), SelectionAnimation::makeSpring(0.36, 0.82, 0.08));
+    EXPECT_EQ(island.selectionMotion(), Motion::makeSpring(0.36, 0.82, 0.08));
 }
 
 TEST_F(SidebarTest, ATapUnderReducedMotionSelectsPlainly)
 {
     session.platform.accessibility.setReduceMotion(true);
     sidebar.select(IslandTab::calculator);
-    EXPECT_EQ(island.selectionAnimation(), SelectionAnimation::makeEaseInOut(0.12));
+    EXPECT_EQ(island.selectionMotion(), Motion::makeEaseInOut(0.12));
 }
 
 TEST_F(SidebarTest, AScrollSelectsInTheSameAnimationAsATap)
 {
     session.sendLocal(scroll(-84));
-    EXPECT_EQ(island.selectionAnimation(), SelectionAnimation::makeSpring(0.36, 0.82, 0.08));
+    EXPECT_EQ(island.selectionMotion(), Motion::makeSpring(0.36, 0.82, 0.08));
 }
 
 TEST_F(SidebarTest, ATapOnTheSelectedTabDoesNothing)
@@ -341,7 +341,7 @@ TEST_F(SidebarTest, HidingTheSelectedTabOfTheOpenIslandMovesToTheFirstVisibleOne
     sidebar.select(IslandTab::calculator);
     settings().setShowCalculatorTab(false);
     EXPECT_EQ(island.selectedTab(), IslandTab::media);
-    EXPECT_EQ(island.selectionAnimation(), SelectionAnimation::makeSpring(0.34, 0.88, 0.06));
+    EXPECT_EQ(island.selectionMotion(), Motion::makeSpring(0.34, 0.88, 0.06));
 }
 
 TEST_F(SidebarTest, HidingAnotherTabMovesNothing)
@@ -358,7 +358,7 @@ TEST_F(SidebarTest, AnIslandThatOpensOnAHiddenTabShowsTheFirstVisibleOneWithoutA
     EXPECT_EQ(closed.selectedTab(), IslandTab::media);
     const TabSelection selection{closed};
     EXPECT_EQ(closed.selectedTab(), IslandTab::shelf);
-    EXPECT_EQ(closed.selectionAnimation(), SelectionAnimation());
+    EXPECT_EQ(closed.selectionMotion(), Motion());
 }
 
 } // namespace
