@@ -27,8 +27,9 @@ Item {
     // Without a GPU's shaders opacity and scale have to do.
     layer.enabled: root.look.blurRadius > 0.05 && GraphicsInfo.api !== GraphicsInfo.Software
         && GraphicsInfo.api !== GraphicsInfo.Unknown
+    // The effect is made elsewhere, which Qt 6.4 refuses to bound components; so its use of the id goes unchecked.
     layer.effect: SoftBlur {
-        radius: root.look.blurRadius
+        radius: root.look.blurRadius // qmllint disable unqualified
     }
 
     Animated {

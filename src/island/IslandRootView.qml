@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Brindle.Ui
 import Brindle.Island
 
 // The whole panel: the black shape at its top centre, and within it the closed or the open island.

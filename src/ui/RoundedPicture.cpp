@@ -107,8 +107,10 @@ QImage RoundedPicture::rounded(QSize pixels, double scale) const
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     QBrush brush(filled);
-    brush.setTransform(QTransform::fromTranslate(
-        (pixels.width() - filled.width()) / 2, (pixels.height() - filled.height()) / 2));
+    // Whole pixels, so that nothing is blurred.
+    const int left = (pixels.width() - filled.width()) / 2;
+    const int top = (pixels.height() - filled.height()) / 2;
+    brush.setTransform(QTransform::fromTranslate(left, top));
     QPainterPath outline;
     outline.addRoundedRect(image.rect(), m_radius * scale, m_radius * scale);
     painter.fillPath(outline, brush);

@@ -47,7 +47,7 @@ Screen QtScreens::describe(const QScreen &screen)
         screen.devicePixelRatio()};
 }
 
-void QtScreens::watch(QScreen *screen)
+void QtScreens::watch(const QScreen *screen) const
 {
     connect(screen, &QScreen::geometryChanged, this, &QtScreens::announce);
     connect(screen, &QScreen::logicalDotsPerInchChanged, this, &QtScreens::announce);

@@ -23,7 +23,7 @@ public:
     static Screen describe(const QScreen &screen);
 
 private:
-    void watch(QScreen *screen);
+    void watch(const QScreen *screen) const;
     void announce();
 
     Scheduler &m_scheduler;
