@@ -48,17 +48,7 @@ protected:
             {interface, u"SettingChanged"_s, signature, QVariant(QVariantList{group, key, value})});
         settle();
     }
-    void settle()
-    {
-        const auto open = connection.waitForConnection(10);
-        deliverEvents();
-        for (int round = 0; round < 3; ++round) {
-            if (m_portal)
-                m_portal->deliverAll(*open);
-            else
-                PrivateBus::deliverAll(*open);
-        }
-    }
+    void settle() { deliverInRounds(*connection.waitForConnection(10), m_portal.get()); }
     DbusMock &portal() { return *m_portal; }
 
     PrivateBus bus;

@@ -1,7 +1,5 @@
 #include "contract/bluetooth/BlueZWorld.h"
 
-#include "support/EventLoop.h"
-
 #include <QDBusObjectPath>
 
 namespace brindle::test {
@@ -73,14 +71,7 @@ void BlueZWorld::say(const QString &path, const QString &interface, const QStrin
 
 void BlueZWorld::settle()
 {
-    const auto connection = m_connection.waitForConnection(10);
-    deliverEvents();
-    for (int round = 0; round < 3; ++round) {
-        if (m_daemon)
-            m_daemon->deliverAll(*connection);
-        else
-            PrivateBus::deliverAll(*connection);
-    }
+    deliverInRounds(*m_connection.waitForConnection(10), m_daemon.get());
 }
 
 } // namespace brindle::test

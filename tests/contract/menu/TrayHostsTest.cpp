@@ -57,17 +57,7 @@ protected:
     {
         return eventually([this] { return found.size() == 1; });
     }
-    void settle(const DbusMock *watcher = nullptr)
-    {
-        const auto connection = bus.waitForConnection(10);
-        deliverEvents();
-        for (int round = 0; round < 3; ++round) {
-            if (watcher)
-                watcher->deliverAll(*connection);
-            else
-                PrivateBus::deliverAll(*connection);
-        }
-    }
+    void settle(const DbusMock *watcher = nullptr) { deliverInRounds(*bus.waitForConnection(10), watcher); }
 
     PrivateBus sessionBus;
     SystemScheduler time;

@@ -88,16 +88,9 @@ void UPowerWorld::takeBatteryOut()
 
 void UPowerWorld::settle()
 {
-    const auto connection = m_connection.waitForConnection(10);
-    deliverEvents();
     // A message may make the port ask again; the answer to that settles too.
-    for (int round = 0; round < 3; ++round) {
-        if (m_daemon)
-            m_daemon->deliverAll(*connection);
-        else
-            PrivateBus::deliverAll(*connection);
-        time.advance(UPowerSources::settlingTime);
-    }
+    deliverInRounds(*m_connection.waitForConnection(10), m_daemon.get(),
+        [this] { time.advance(UPowerSources::settlingTime); });
 }
 
 QVariantMap internalBattery(const PowerSources &port)

@@ -1,5 +1,6 @@
 #include "support/dbus/DbusMock.h"
 
+#include "support/EventLoop.h"
 #include "support/dbus/PrivateBus.h"
 
 #include <QProcessEnvironment>
@@ -89,6 +90,19 @@ void DbusMock::deliverAll(const QDBusConnection &connection) const
         PrivateBus::deliverAll(connection);
     else
         PrivateBus::deliverAll(connection, m_name);
+}
+
+void deliverInRounds(
+    const QDBusConnection &connection, const DbusMock *daemon, const std::function<void()> &afterEach)
+{
+    deliverEvents();
+    for (int round = 0; round < 3; ++round) {
+        if (daemon)
+            daemon->deliverAll(connection);
+        else
+            PrivateBus::deliverAll(connection);
+        afterEach();
+    }
 }
 
 } // namespace brindle::test

@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QVariantList>
 
+#include <functional>
+
 namespace brindle::test {
 
 class PrivateBus;
@@ -58,5 +60,12 @@ private:
     bool m_isThere = false;
     bool m_isFrozen = false;
 };
+
+/// Returns when everyone behind `connection` has heard what `daemon` said (without one, what the bus itself
+/// said), has asked what that made them ask, and has heard the answers. That takes a few rounds; `afterEach`
+/// runs after each.
+void deliverInRounds(
+    const QDBusConnection &connection, const DbusMock *daemon,
+    const std::function<void()> &afterEach = [] { });
 
 } // namespace brindle::test
