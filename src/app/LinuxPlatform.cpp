@@ -21,6 +21,7 @@
 #include "platform/linux/hardware/SysfsBrightness.h"
 #include "platform/linux/network/QtUrlSession.h"
 #include "platform/linux/scripts/LinuxScriptRunner.h"
+#include "platform/linux/process/LinuxChildProcesses.h"
 #include "platform/linux/x11/X11EventMonitors.h"
 #include "platform/linux/x11/X11InputMonitoring.h"
 #include "platform/linux/x11/X11MediaKeys.h"
@@ -75,7 +76,7 @@ struct LinuxPlatform::Parts
     LinuxScriptRunner scriptRunner{sessionBus, scheduler,
         {.configuration = directories.configuration(),
             .flatpaks = directories.home() + QStringLiteral("/.var/app")}};
-    NullChildProcesses childProcesses;
+    LinuxChildProcesses childProcesses;
     QtUrlSession urlSession{scheduler, directories.caches() + QStringLiteral("/com.brindle.app/network")};
 };
 

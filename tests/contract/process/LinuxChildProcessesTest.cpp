@@ -142,12 +142,15 @@ TEST_F(LinuxChildProcessesTest, HugeOutputArrivesWholeAndInOrder)
 TEST_F(LinuxChildProcessesTest, AProgramThatClosesItsOutputGoesOn)
 {
     LinuxChildWorld world;
+    std::promise<void> heard;
     std::promise<void> ended;
     auto launch = world.obedientProgram();
-    launch.standardOutput = [](const QByteArray &) { };
+    launch.standardOutput = [&heard](const QByteArray &) { heard.set_value(); };
     launch.terminated = [&ended] { ended.set_value(); };
     const auto child = world.port().launch(launch);
     ASSERT_TRUE(child);
+    world.write("x");
+    heard.get_future().wait();
     const qsizetype before = openDescriptors();
     world.tell("exec >&-");
     // The pipe is let go of: what has ended would wake the thread again and again.
@@ -174,8 +177,31 @@ TEST_F(LinuxChildProcessesTest, AnotherProgramThatKeepsThePipeDoesNotHoldUpTheEn
 
 TEST_F(LinuxChildProcessesTest, AnotherProgramThatFloodsThePipeDoesNotHoldUpTheEnd)
 {
-    const auto heard = shell(QStringLiteral("yes & exit"));
-    EXPECT_TRUE(ends(heard));
+    constexpr qsizetype pipeSize = 65'536;
+    LinuxChildWorld world;
+    std::promise<std::shared_ptr<ChildProcess>> launched;
+    std::promise<void> flooded;
+    std::promise<void> ended;
+    qsizetype readAfterEnd = 0;
+    auto launch = world.obedientProgram();
+    launch.standardOutput = [&, known = launched.get_future().share(), isFirst = true](
+                                const QByteArray &chunk) mutable {
+        if (std::exchange(isFirst, false))
+            flooded.set_value();
+        // Slow enough that the pipe is full again after each piece.
+        for (int i = 0; i < 1000; ++i)
+            std::this_thread::yield();
+        if (!known.get()->isRunning())
+            readAfterEnd += chunk.size();
+    };
+    launch.terminated = [&ended] { ended.set_value(); };
+    launched.set_value(world.port().launch(launch));
+    world.tell("yes &");
+    flooded.get_future().wait();
+    world.exit();
+    ended.get_future().wait();
+    // What was being read, what was read as the end came, and what was there then.
+    EXPECT_LE(readAfterEnd, 3 * pipeSize);
 }
 
 TEST_F(LinuxChildProcessesTest, NoZombiesAndNoDescriptorsAreLeft)
