@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QLoggingCategory>
 
 namespace {
 
@@ -28,6 +29,12 @@ void refuseToStartBuses()
     const QString usualSocket = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
     if (!qEnvironmentVariableIsSet(address) && !QFileInfo::exists(usualSocket))
         qputenv(address, "disabled:");
+}
+
+/// Pictures come from strangers, and a broken one is nothing to tell anyone.
+void silenceDecoders()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio*=false"));
 }
 
 /// Lets the desktop, and a second start, reach the island that is there.
@@ -58,6 +65,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("Velmora"));
     QApplication::setDesktopFileName(QStringLiteral("com.brindle.app"));
     chooseRenderer();
+    silenceDecoders();
     const TerminationSignals signals;
 
     LinuxPlatform platform;

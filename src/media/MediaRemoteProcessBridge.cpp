@@ -110,12 +110,14 @@ bool MediaRemoteProcessBridge::start(UpdateHandler onUpdate, RunningHandler onRu
     if (isRunning())
         return true;
 
-    const auto paths = resolvePaths();
-    if (paths)
+    // Posted before the outcome is known, so that no line of the child's can overtake it.
+    const auto hasStarted = std::make_shared<bool>(false);
+    m_scheduler.post(m_lifetime.guard([this, hasStarted] { announceRunning(*hasStarted); }));
+    if (const auto paths = resolvePaths()) {
         launch(*paths);
-    const bool hasStarted = paths && m_process;
-    m_scheduler.post(m_lifetime.guard([this, hasStarted] { announceRunning(hasStarted); }));
-    return hasStarted;
+        *hasStarted = m_process != nullptr;
+    }
+    return *hasStarted;
 }
 
 void MediaRemoteProcessBridge::stop()

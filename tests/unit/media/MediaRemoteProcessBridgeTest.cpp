@@ -96,6 +96,36 @@ TEST_F(MediaRemoteProcessBridgeTest, StartsTheAdapterAsAStream)
     EXPECT_THAT(told, ElementsAre(QStringLiteral("running")));
 }
 
+/// Runs its work at once, as a thread may that is quicker than the one that posts.
+class QuickQueue : public SerialQueue
+{
+public:
+    void post(std::function<void()> work) override { work(); }
+};
+
+/// Its children have spoken before they are known.
+class QuickChildren : public FakeChildProcesses
+{
+public:
+    std::shared_ptr<ChildProcess> launch(Launch launch) override
+    {
+        auto child = FakeChildProcesses::launch(std::move(launch));
+        children.back()->writeOutput(R"({"payload": {"title": "A"}})"
+                                     "\n");
+        return child;
+    }
+};
+
+TEST_F(MediaRemoteProcessBridgeTest, ThatItRunsIsToldBeforeItsFirstLine)
+{
+    QuickChildren quick;
+    bridge = std::make_unique<MediaRemoteProcessBridge>(
+        bundle, quick, workspace, time, std::make_unique<QuickQueue>(), std::make_unique<QuickQueue>());
+    ASSERT_TRUE(start());
+    time.runPosted();
+    EXPECT_THAT(told, ElementsAre(QStringLiteral("running"), QStringLiteral("A")));
+}
+
 TEST_F(MediaRemoteProcessBridgeTest, ASecondStartOnlyExchangesTheHandlers)
 {
     startQuietly();
