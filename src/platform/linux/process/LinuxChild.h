@@ -29,7 +29,8 @@ public:
     bool read(Source pipe);
     /// Closes a pipe of which no more comes.
     void close(Source pipe);
-    /// Hands on what the program wrote before it ended, has it reaped, tells of the end, and lets go of the handlers.
+    /// Hands on what the program wrote before it ended, has it reaped, tells of the end, and lets go of the
+    /// handlers.
     void finish();
     /// Takes what is left of it if it has ended, and tells nobody.
     void reapIfEnded();
