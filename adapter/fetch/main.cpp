@@ -19,7 +19,7 @@ namespace {
 /// takes too long.
 constexpr int silence = 5000;
 constexpr int mostRedirects = 5;
-constexpr qsizetype longestAddress = 64 * 1024;
+constexpr qsizetype longestAddress = qsizetype(64) * 1024;
 
 QByteArray readAll(FILE *stream, qint64 most)
 {

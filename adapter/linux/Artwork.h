@@ -6,7 +6,7 @@
 namespace brindle::adapter::Artwork {
 
 /// Bytes of a picture, from whatever source; larger ones count as none.
-constexpr qsizetype largest = 16 * 1024 * 1024;
+constexpr qsizetype largest = qsizetype(16) * 1024 * 1024;
 
 enum class Kind {
     none,

@@ -9,7 +9,7 @@ namespace brindle::adapter {
 
 namespace {
 
-constexpr qsizetype keptBytes = 8 * 1024 * 1024;
+constexpr qsizetype keptBytes = qsizetype(8) * 1024 * 1024;
 
 } // namespace
 

@@ -25,6 +25,10 @@ void PlayerModel::changed(const QVariantMap &properties, Date now)
         return;
     PlayerState state = m_state;
     PlayerProperties::merge(state, properties);
+    // Some players leave out of a signal what has not changed. The answer to the question that follows it
+    // tells whether the title has really gone.
+    if (state.track.title.isEmpty())
+        state.track = m_state.track;
     become(state, now);
     if (PlayerProperties::speakOfPosition(properties))
         m_position.read(PlayerProperties::position(properties), now);

@@ -22,7 +22,7 @@ public:
 
     /// It was asked for all its properties, and these are they.
     void answered(const QVariantMap &properties, Date now);
-    /// It tells, unasked, that these have changed.
+    /// It tells, unasked, that these have changed. To be followed by a question for all.
     void changed(const QVariantMap &properties, Date now);
     /// Its position jumped to there, in seconds.
     void jumped(double elapsed, Date now) { m_position.jump(elapsed, now); }

@@ -23,7 +23,7 @@ constexpr double fastest = 100;
 /// Text beyond this many characters is no title any more.
 constexpr qsizetype longestText = 4096;
 /// Room for 16 MiB in Base64, and what stands before it.
-constexpr qsizetype longestAddress = 24 * 1024 * 1024;
+constexpr qsizetype longestAddress = qsizetype(24) * 1024 * 1024;
 
 /// Some players wrap a value twice.
 QVariant unwrapped(QVariant value)

@@ -34,19 +34,22 @@ QDBusConnection sessionBus()
     return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
 }
 
-int stream(QDBusConnection bus, const StreamRequest &request)
+int stream(const QDBusConnection &bus, const StreamRequest &request)
 {
     // A reader that goes away is an ordinary end, told by the write that fails.
     std::signal(SIGPIPE, SIG_IGN);
     SystemScheduler scheduler;
-    NowPlayingStream stream(bus, scheduler,
-        {request.debounce, QCoreApplication::applicationDirPath() + u"/fetch-artwork"_s, STDOUT_FILENO});
-    const CommandService commands(bus, [&stream] { return stream.shown(); });
+    std::optional<NowPlayingStream> stream;
+    // First, so that whoever has read a line finds the stream by its name.
+    const CommandService commands(bus, [&stream] { return stream ? stream->shown() : nullptr; });
+    stream.emplace(bus, scheduler,
+        NowPlayingStream::Settings{
+            request.debounce, QCoreApplication::applicationDirPath() + u"/fetch-artwork"_s, STDOUT_FILENO});
     QObject::connect(
-        &stream, &NowPlayingStream::readerGone, qApp, [] { QCoreApplication::exit(done); },
+        &*stream, &NowPlayingStream::readerGone, qApp, [] { QCoreApplication::exit(done); },
         Qt::QueuedConnection);
     QObject::connect(
-        &stream, &NowPlayingStream::busGone, qApp, [] { QCoreApplication::exit(failed); },
+        &*stream, &NowPlayingStream::busGone, qApp, [] { QCoreApplication::exit(failed); },
         Qt::QueuedConnection);
     return QCoreApplication::exec();
 }

@@ -72,6 +72,17 @@ TEST_F(PlayerModelTest, TheSameTrackToldAgainGoesOn)
     EXPECT_EQ(player.position().course(), course);
 }
 
+TEST_F(PlayerModelTest, ATitleIsGoneOnlyWhenTheAnswerSaysSo)
+{
+    player.answered(playing(u"Song"_s, 3'000'000), start);
+    const int course = player.position().course();
+    player.changed({{u"Metadata"_s, QVariantMap{{u"xesam:album"_s, u"Album"_s}}}}, start + 1);
+    EXPECT_EQ(player.state().track.title, u"Song");
+    EXPECT_EQ(player.position().course(), course);
+    player.answered({{u"PlaybackStatus"_s, u"Stopped"_s}}, start + 2);
+    EXPECT_EQ(player.state().track.title, QString());
+}
+
 TEST_F(PlayerModelTest, APositionThatComesUnaskedIsTaken)
 {
     player.answered(playing(u"Song"_s, 3'000'000), start);
