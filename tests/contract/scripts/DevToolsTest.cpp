@@ -27,7 +27,7 @@ QByteArray http(const QByteArray &status, const QByteArray &fields, const QByteA
 class DevToolsTest : public testing::Test
 {
 protected:
-    explicit DevToolsTest(double patience = 1.8) : world(patience) { }
+    explicit DevToolsTest(const LinuxScriptWorld::Patience &patience = {}) : world(patience) { }
 
     /// Opens the browser's port; its tabs come as they are.
     QString ask(const QList<DevToolsPeer::Tab> &tabs)
@@ -40,11 +40,17 @@ protected:
     LinuxScriptWorld world;
 };
 
-/// Where the wait for a peer that never answers is part of the test.
-class ImpatientDevToolsTest : public DevToolsTest
+/// Where something never answers, and that is waited for.
+class PatienceWithTabsTest : public DevToolsTest
 {
 protected:
-    ImpatientDevToolsTest() : DevToolsTest(0.3) { }
+    PatienceWithTabsTest() : DevToolsTest({.withAll = 3, .withOne = 1}) { }
+};
+
+class ShortPatienceTest : public DevToolsTest
+{
+protected:
+    ShortPatienceTest() : DevToolsTest({.withAll = 0.2, .withOne = 0.1}) { }
 };
 
 } // namespace
@@ -86,7 +92,7 @@ TEST_F(DevToolsTest, ATabThatRefusesIsPassedOver)
     EXPECT_THAT(world.browser.asked(), ElementsAre(0, 1, 2, 3, 4, 5, 6));
 }
 
-TEST_F(DevToolsTest, ATabThatHangsDoesNotKeepTheOthersFromBeingAsked)
+TEST_F(PatienceWithTabsTest, ATabThatHangsDoesNotKeepTheOthersFromBeingAsked)
 {
     EXPECT_EQ(ask({{.text = std::nullopt}, {.text = playing}}), playing);
 }
@@ -247,7 +253,7 @@ TEST_F(DevToolsTest, AHostileFileNamesNoPort)
     EXPECT_EQ(DevTools::portOfProfile(folder), std::nullopt) << "a device without end";
 }
 
-TEST_F(ImpatientDevToolsTest, APeerThatNeverAnswersIsGivenUp)
+TEST_F(ShortPatienceTest, APeerThatNeverAnswersIsGivenUp)
 {
     world.browser.list = QByteArray();
     EXPECT_EQ(ask({}), QString());
@@ -255,7 +261,7 @@ TEST_F(ImpatientDevToolsTest, APeerThatNeverAnswersIsGivenUp)
     EXPECT_EQ(ask({}), QString());
 }
 
-TEST_F(ImpatientDevToolsTest, APeerThatSendsWithoutEndIsGivenUp)
+TEST_F(ShortPatienceTest, APeerThatSendsWithoutEndIsGivenUp)
 {
     world.browser.isEndless = true;
     for (const QByteArray &beginning : QList<QByteArray>{QByteArray("x"),
@@ -265,7 +271,7 @@ TEST_F(ImpatientDevToolsTest, APeerThatSendsWithoutEndIsGivenUp)
     }
 }
 
-TEST_F(ImpatientDevToolsTest, TabsThatAllHangAreGivenUpAndWhatWasSaidBeforeCounts)
+TEST_F(PatienceWithTabsTest, TabsThatAllHangAreGivenUpAndWhatWasSaidBeforeCounts)
 {
     QList<DevToolsPeer::Tab> tabs{{.text = paused}};
     tabs.resize(20);
@@ -273,7 +279,7 @@ TEST_F(ImpatientDevToolsTest, TabsThatAllHangAreGivenUpAndWhatWasSaidBeforeCount
     EXPECT_LT(world.browser.asked().size(), 20);
 }
 
-TEST_F(ImpatientDevToolsTest, SignsOfLifeWithoutEndAreNoAnswer)
+TEST_F(ShortPatienceTest, SignsOfLifeWithoutEndAreNoAnswer)
 {
     QByteArray pings;
     for (int i = 0; i < 10'000; ++i)

@@ -38,8 +38,11 @@ ScriptOutcome runOnAThread(ScriptRunner &port, const QString &source)
     return outcome;
 }
 
-LinuxScriptWorld::LinuxScriptWorld(double patience)
-    : m_port(m_connection, m_time, {path(u"config"_s), path(u"flatpaks"_s), path(u"proc"_s), patience})
+LinuxScriptWorld::LinuxScriptWorld() : LinuxScriptWorld(Patience()) { }
+
+LinuxScriptWorld::LinuxScriptWorld(const Patience &patience)
+    : m_port(m_connection, m_time,
+          {path(u"config"_s), path(u"flatpaks"_s), path(u"proc"_s), patience.withAll, patience.withOne})
 {
     m_connection.waitForConnection(10);
 }

@@ -18,8 +18,15 @@ namespace brindle::test {
 class LinuxScriptWorld : public ScriptWorld
 {
 public:
-    /// Seconds that a script may take.
-    explicit LinuxScriptWorld(double patience = 1.8);
+    /// Seconds: ample, but where a test is about the wait.
+    struct Patience
+    {
+        double withAll = 12;
+        double withOne = 6;
+    };
+
+    LinuxScriptWorld();
+    explicit LinuxScriptWorld(const Patience &patience);
 
     ScriptOutcome run(const QString &source) override;
     void spotifyPlays(const Song &song) override;

@@ -33,19 +33,19 @@ QString state(const QString &sign, const QString &title)
     return QStringList{sign, title, u"https://films.example/"_s, u"60.5"_s, u"7.25"_s}.join(QChar(31));
 }
 
+/// A player of Chromium's own.
+std::unique_ptr<DbusMock> startBrowser(
+    LinuxScriptWorld &world, const QVariantMap &properties, const QString &service = chromiumService)
+{
+    auto player = world.startPlayer(service, properties);
+    world.pretendToRun(service, chromiumProgram);
+    return player;
+}
+
 class MprisTest : public testing::Test
 {
 protected:
     ScriptOutcome askSpotify() { return world.run(PlayerScripts::nowPlaying(spotify)); }
-    /// A player of Chromium's own.
-    std::unique_ptr<DbusMock> startBrowser(
-        const QVariantMap &properties, const QString &service = chromiumService)
-    {
-        auto player = world.startPlayer(service, properties);
-        world.pretendToRun(service, chromiumProgram);
-        return player;
-    }
-
     LinuxScriptWorld world;
 };
 
@@ -122,7 +122,7 @@ TEST_F(MprisTest, APositionIsSetInTheTrackThatIsOn)
 
 TEST_F(MprisTest, APlayerThatHangsFailsInTime)
 {
-    LinuxScriptWorld impatient(0.2);
+    LinuxScriptWorld impatient({.withAll = 0.2, .withOne = 0.1});
     impatient.spotifyPlays({});
     impatient.spotify->freeze();
     for (const QString &source : {PlayerScripts::nowPlaying(spotify), PlayerScripts::togglePlayback(spotify),
@@ -140,7 +140,7 @@ TEST_F(MprisTest, WithoutABusEverythingFails)
 
 TEST_F(MprisTest, ABrowserWithoutADebuggingPortIsAskedOnTheBus)
 {
-    const auto player = startBrowser(film(u"Playing"_s, u"A film"_s, u"https://films.example/"_s));
+    const auto player = startBrowser(world, film(u"Playing"_s, u"A film"_s, u"https://films.example/"_s));
     EXPECT_EQ(world.runBrowser(), state(u"1"_s, u"A film"_s));
     LinuxScriptWorld::say(*player, {{u"PlaybackStatus"_s, u"Paused"_s}});
     EXPECT_EQ(world.runBrowser(), state(u"0"_s, u"A film"_s));
@@ -150,7 +150,7 @@ TEST_F(MprisTest, ABrowserWithoutADebuggingPortIsAskedOnTheBus)
 
 TEST_F(MprisTest, ABrowserThatNamesNoPageOfTheWebSaysNothing)
 {
-    const auto player = startBrowser(film(u"Playing"_s, u"A film"_s, u""_s));
+    const auto player = startBrowser(world, film(u"Playing"_s, u"A film"_s, u""_s));
     for (const auto &url : {u""_s, u"file:///a.webm"_s, u"chrome://media"_s, u"films.example"_s}) {
         LinuxScriptWorld::say(*player, film(u"Playing"_s, u"A film"_s, url));
         EXPECT_EQ(world.runBrowser(), QString()) << url.toStdString();
@@ -159,24 +159,25 @@ TEST_F(MprisTest, ABrowserThatNamesNoPageOfTheWebSaysNothing)
 
 TEST_F(MprisTest, ATitleCannotPassForAnythingElse)
 {
-    const auto player = startBrowser(
+    const auto player = startBrowser(world,
         film(u"Playing"_s, u"A film\u001fhttps://else.example/\u001f1"_s, u"https://films.example/"_s));
     EXPECT_EQ(world.runBrowser(), state(u"1"_s, u"A filmhttps://else.example/1"_s));
 }
 
 TEST_F(MprisTest, OfTwoPlayersOfTheBrowserTheOneThatPlaysIsTold)
 {
-    const auto player = startBrowser(film(u"Paused"_s, u"First"_s, u"https://films.example/"_s));
+    const auto player = startBrowser(world, film(u"Paused"_s, u"First"_s, u"https://films.example/"_s));
     const auto other =
-        startBrowser(film(u"Playing"_s, u"Second"_s, u"https://films.example/"_s), otherService);
+        startBrowser(world, film(u"Playing"_s, u"Second"_s, u"https://films.example/"_s), otherService);
     EXPECT_EQ(world.runBrowser(), state(u"1"_s, u"Second"_s));
 }
 
-TEST_F(MprisTest, APlayerThatHangsDoesNotKeepTheOthersFromBeingAsked)
+TEST(PatienceWithPlayers, APlayerThatHangsDoesNotKeepTheOthersFromBeingAsked)
 {
-    const auto player = startBrowser(film(u"Playing"_s, u"First"_s, u"https://films.example/"_s));
+    LinuxScriptWorld world({.withAll = 10, .withOne = 1});
+    const auto player = startBrowser(world, film(u"Playing"_s, u"First"_s, u"https://films.example/"_s));
     const auto other =
-        startBrowser(film(u"Playing"_s, u"Second"_s, u"https://films.example/"_s), otherService);
+        startBrowser(world, film(u"Playing"_s, u"Second"_s, u"https://films.example/"_s), otherService);
     player->freeze();
     EXPECT_EQ(world.runBrowser(), state(u"1"_s, u"Second"_s));
     player->thaw();
@@ -184,7 +185,7 @@ TEST_F(MprisTest, APlayerThatHangsDoesNotKeepTheOthersFromBeingAsked)
 
 TEST_F(MprisTest, OnlyPlayersOfThatBrowserAreItsOwn)
 {
-    const auto player = startBrowser(film(u"Playing"_s, u"A film"_s, u"https://films.example/"_s));
+    const auto player = startBrowser(world, film(u"Playing"_s, u"A film"_s, u"https://films.example/"_s));
     world.pretendToRun(chromiumService, u"/opt/google/chrome/chrome"_s);
     EXPECT_EQ(world.runBrowser(), QString());
     const BrowserDescriptor chrome{u"com.google.Chrome"_s, u"Google Chrome"_s, BrowserFamily::chromium};
@@ -194,7 +195,7 @@ TEST_F(MprisTest, OnlyPlayersOfThatBrowserAreItsOwn)
 
 TEST_F(MprisTest, ABrowserInASandboxIsKnownByIt)
 {
-    const auto player = startBrowser(film(u"Playing"_s, u"A film"_s, u"https://films.example/"_s));
+    const auto player = startBrowser(world, film(u"Playing"_s, u"A film"_s, u"https://films.example/"_s));
     world.pretendToRun(chromiumService, u"/usr/bin/xdg-dbus-proxy"_s);
     const QString process = QDir(world.path(u"proc"_s)).entryList(QDir::Dirs | QDir::NoDotAndDotDot).value(0);
     const QString root = world.path(u"proc/"_s + process + u"/root"_s);

@@ -58,7 +58,7 @@ bool DevTools::askTabs(const QString &javaScript, MediaStates &states, const Dea
     for (const QByteArray &path : paths.value_or(QList<QByteArray>())) {
         if (states.isDecided() || deadline.hasPassed())
             break;
-        if (const auto state = evaluate(path, javaScript, deadline.within(tabPatience)))
+        if (const auto state = evaluate(path, javaScript, deadline.within(m_patience)))
             states.take(*state);
     }
     return paths.has_value();

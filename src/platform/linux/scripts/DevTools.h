@@ -17,11 +17,8 @@ class MediaStates;
 class DevTools
 {
 public:
-    /// How long one tab may take to answer, in seconds. One that hangs must not keep the others from being
-    /// asked.
-    static constexpr double tabPatience = 0.25;
-
-    explicit DevTools(quint16 port) : m_port(port) { }
+    /// A tab may take `patience` seconds: one that hangs must not keep the others from being asked.
+    DevTools(quint16 port, double patience) : m_port(port), m_patience(patience) { }
 
     /// The port that a browser wrote into its profile folder when it opened it; absent when it did not, or
     /// what is there is no such file. That the browser still runs is not said.
@@ -37,6 +34,7 @@ private:
         const QByteArray &tab, const QString &javaScript, const Deadline &deadline) const;
 
     const quint16 m_port;
+    const double m_patience;
 };
 
 } // namespace brindle

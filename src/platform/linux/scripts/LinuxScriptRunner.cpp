@@ -21,8 +21,6 @@ const QString spotifyOnTheBus = QStringLiteral("org.mpris.MediaPlayer2.spotify")
 
 /// Of the time for a script, what the debugging port may use up, so that some is left for the bus.
 constexpr double shareOfTheTabs = 0.7;
-/// Seconds for one player among several.
-constexpr double playerPatience = 0.25;
 
 constexpr double microsecondsPerSecond = 1e6;
 constexpr double microsecondsPerMillisecond = 1e3;
@@ -144,7 +142,8 @@ bool LinuxScriptRunner::askTabs(const KnownApplication &browser, const QString &
     bool hasAnswered = false;
     for (const QString &profile : profiles(browser)) {
         if (const auto port = DevTools::portOfProfile(profile); port && !states.isDecided())
-            hasAnswered |= DevTools(*port).askTabs(javaScript, states, deadline);
+            hasAnswered |=
+                DevTools(*port, m_surroundings.patienceWithOne).askTabs(javaScript, states, deadline);
     }
     return hasAnswered;
 }
@@ -157,7 +156,7 @@ bool LinuxScriptRunner::askPlayers(
     for (const QString &service : services.value_or(QStringList())) {
         if (states.isDecided() || deadline.hasPassed())
             break;
-        const auto player = bus->within(playerPatience);
+        const auto player = bus->within(m_surroundings.patienceWithOne);
         const auto process = player.processOf(service);
         if (const auto state = player.state(service);
             state && isOf(browser, state->process ? state->process : process))

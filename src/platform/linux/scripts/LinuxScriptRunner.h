@@ -36,6 +36,8 @@ public:
         QString processes = QStringLiteral("/proc");
         /// Seconds that a script may take.
         double patience = 1.8;
+        /// Seconds of these that one tab or player among several may take.
+        double patienceWithOne = 0.25;
     };
 
     /// Main thread; `run` never.
