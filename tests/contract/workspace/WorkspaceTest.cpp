@@ -1,5 +1,7 @@
 #include "contract/workspace/XdgWorkspaceWorld.h"
 
+#include <QCoreApplication>
+
 #include <gmock/gmock.h>
 
 namespace brindle::test {
@@ -10,7 +12,8 @@ using namespace Qt::StringLiterals;
 using testing::Contains;
 using testing::Not;
 
-const QString player = u"org.example.Player"_s;
+/// Other runs of this test may start theirs at the same time, and all of them are seen.
+const QString player = u"org.example.Player%1"_s.arg(QCoreApplication::applicationPid());
 const QString editor = u"org.example.Editor"_s;
 
 } // namespace
