@@ -1,6 +1,7 @@
 #include "adapter/linux/ApplicationIdentifier.h"
 
 #include <QRegularExpression>
+#include <QStringList>
 
 namespace brindle::adapter {
 
@@ -20,6 +21,24 @@ QString withoutInstance(const QString &name)
     return QString(name).remove(instance);
 }
 
+/// The one application that readers know by a name which is the same on every platform. Its desktop entry
+/// differs with where it was installed from.
+QString nameForReaders(const QString &id)
+{
+    static const QStringList spotify{u"spotify"_s, u"com.spotify.client"_s, u"spotify_spotify"_s};
+    return spotify.contains(id, Qt::CaseInsensitive) ? u"com.spotify.client"_s : id;
+}
+
+QString desktopEntry(const PlayerOrigin &origin, const std::function<bool(const QString &id)> &isInstalled)
+{
+    if (QString named = namedDesktopEntry(origin.desktopEntry); !named.isEmpty())
+        return named;
+    if (QString program = namedDesktopEntry(lastPart(origin.executable));
+        !program.isEmpty() && isInstalled(program))
+        return program;
+    return withoutInstance(origin.nameBelow);
+}
+
 } // namespace
 
 QString namedDesktopEntry(const QString &desktopEntry)
@@ -36,12 +55,7 @@ QString namedDesktopEntry(const QString &desktopEntry)
 QString applicationIdentifier(
     const PlayerOrigin &origin, const std::function<bool(const QString &id)> &isInstalled)
 {
-    if (QString named = namedDesktopEntry(origin.desktopEntry); !named.isEmpty())
-        return named;
-    if (QString program = namedDesktopEntry(lastPart(origin.executable));
-        !program.isEmpty() && isInstalled(program))
-        return program;
-    return withoutInstance(origin.nameBelow);
+    return nameForReaders(desktopEntry(origin, isInstalled));
 }
 
 } // namespace brindle::adapter

@@ -21,7 +21,8 @@ struct PlayerOrigin
 QString namedDesktopEntry(const QString &desktopEntry);
 
 /// The desktop entry id of the application, the best guess that there is: what the player names, else the
-/// name of its program if an application of that name is installed, else what its bus name says.
+/// name of its program if an application of that name is installed, else what its bus name says. Spotify,
+/// whose entry has several names, is "com.spotify.client".
 QString applicationIdentifier(
     const PlayerOrigin &origin, const std::function<bool(const QString &id)> &isInstalled);
 

@@ -49,5 +49,12 @@ TEST(ApplicationIdentifier, OfAProgramThatWasReplacedOnDiskComesFromTheNameOnThe
     EXPECT_EQ(identifierOf({u"music"_s, {}, u"/usr/bin/music (deleted)"_s}, QString()), u"music"_s);
 }
 
+TEST(ApplicationIdentifier, OfSpotifyIsTheSameWhereverItWasInstalledFrom)
+{
+    for (const auto &entry : {u"spotify"_s, u"com.spotify.Client"_s, u"spotify_spotify"_s})
+        EXPECT_EQ(identifierOf({u"spotify"_s, entry, {}}), u"com.spotify.client"_s);
+    EXPECT_EQ(identifierOf({u"spotify"_s, {}, {}}), u"com.spotify.client"_s);
+}
+
 } // namespace
 } // namespace brindle::adapter
