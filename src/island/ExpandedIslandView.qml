@@ -17,6 +17,7 @@ Item {
         y: 42
         width: 54
         height: root.island.expanded.height
+        z: 1 // its help lies over the tab
         positionInPanel: Qt.point(Math.round((940 - root.width) / 2) + x, y)
     }
 

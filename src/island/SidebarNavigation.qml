@@ -62,7 +62,20 @@ Item {
             isCheckable: true
             isChecked: button.isSelected
             scale: button.isSelected ? rules.selectedScale(feedback.value) : 1
-            onTriggered: rules.select(button.modelData.tab)
+            onTriggered: {
+                help.dismiss();
+                rules.select(button.modelData.tab);
+            }
+
+            HelpTag {
+                id: help
+                x: button.width + 8
+                y: Math.round((button.height - height) / 2)
+                text: button.label
+                clock: root.island.clock
+                isPointed: button.isPointed
+                motion: root.island.surface.revealMotion
+            }
 
             Symbol {
                 anchors.fill: parent

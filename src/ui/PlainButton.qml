@@ -8,6 +8,7 @@ Item {
     property bool isEnabled: true
     property bool isCheckable: false
     property bool isChecked: false
+    readonly property alias isPointed: pointer.hovered
     default property alias content: face.data
 
     signal triggered
@@ -32,6 +33,9 @@ Item {
         opacity: root.isEnabled && tap.pressed ? 0.7 : 1
     }
 
+    HoverHandler {
+        id: pointer
+    }
     TapHandler {
         id: tap
         enabled: root.isEnabled

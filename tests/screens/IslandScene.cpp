@@ -80,6 +80,12 @@ void IslandScene::show(const SystemActivity &activity)
     session.container.activities().post(activity);
 }
 
+void IslandScene::point(QPointF position)
+{
+    QMouseEvent event(QEvent::MouseMove, position, position, Qt::NoButton, Qt::NoButton, {});
+    QCoreApplication::sendEvent(&m_window, &event);
+}
+
 void IslandScene::click(QPointF position)
 {
     for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {

@@ -60,7 +60,8 @@ public:
     void plug(int percentage, bool onMains, bool charging);
     void play(const NowPlayingTrack &track, double volume);
     void show(const SystemActivity &activity);
-    /// In points from the panel's top left corner.
+    /// Where the pointer does what it does, in points from the panel's top left corner.
+    void point(QPointF position);
     void click(QPointF position);
 
     /// What is seen, before a quiet wallpaper.

@@ -185,6 +185,12 @@ const QList<ScreenState> openStates{
     {"open-shelf", [](IslandScene &scene) { openAt(scene, IslandTab::shelf); }},
     {"open-calculator", [](IslandScene &scene) { openAt(scene, IslandTab::calculator); }},
     {"open-assistant", [](IslandScene &scene) { openAt(scene, IslandTab::assistant); }},
+    {"open-help",
+        [](IslandScene &scene) {
+            openAt(scene, IslandTab::media);
+            scene.point({65, 42 + 12 + 44 + 17});
+            scene.settle();
+        }},
     {"open-one-tab",
         [](IslandScene &scene) {
             scene.settings().setShowShelfTab(false);

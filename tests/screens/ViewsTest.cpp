@@ -180,6 +180,36 @@ TEST_F(ViewsTest, ATapOnATabSelectsIt)
     EXPECT_EQ(scene.viewModel().selectedTab(), IslandTab::shelf);
 }
 
+TEST_F(ViewsTest, ATabSaysItsNameWhileThePointerRestsOnIt)
+{
+    scene.open();
+    const QImage plain = scene.content().copy();
+    scene.point({65, 42 + 12 + 44 + 17});
+    scene.pass(0.5);
+    EXPECT_EQ(scene.content(), plain) << "the pointer may only be passing";
+    scene.settle();
+    EXPECT_NE(scene.content(), plain);
+    EXPECT_EQ(waiting(), 1) << "the minute's clock";
+    EXPECT_EQ(framesDuring(2), 0);
+
+    scene.point({300, 150});
+    scene.settle();
+    EXPECT_EQ(scene.content(), plain);
+}
+
+TEST_F(ViewsTest, ATabThatIsChosenSaysNoMore)
+{
+    const QPointF shelf(65, 42 + 12 + 44 + 17);
+    scene.viewModel().setSelectedTab(IslandTab::shelf);
+    scene.open();
+    const QImage plain = scene.content().copy();
+    scene.point(shelf);
+    scene.settle();
+    scene.click(shelf);
+    scene.settle();
+    EXPECT_EQ(scene.content(), plain);
+}
+
 TEST_F(ViewsTest, TheOpenIslandIsBuiltOnOpeningAndTornDownOnClosing)
 {
     EXPECT_EQ(scene.session.monitors(), 0);
