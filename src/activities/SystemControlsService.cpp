@@ -121,6 +121,13 @@ void SystemControlsService::applyEnabled(bool isEnabled)
         setPermissionState(PermissionState::permissionRequired);
 }
 
+int SystemControlsService::delaysPending() const
+{
+    return int(m_permissionTimer.isPending())
+        + int(m_levelObservationTimer && !m_levelObservationTimer->isResting())
+        + int(std::ranges::count_if(m_keyActions, &Delay::isPending));
+}
+
 // Permission
 
 void SystemControlsService::setPermissionState(PermissionState state)
@@ -137,6 +144,7 @@ void SystemControlsService::requestPermission()
         startEventMonitor();
         return;
     }
+    stopEventMonitor(); // it may stem from a permission that was withdrawn
     setPermissionState(PermissionState::requesting);
     m_ports.inputMonitoring.requestListenEventAccess();
     m_permissionTimer =

@@ -66,6 +66,8 @@ public:
     bool isObservingLevels() const { return m_levelObservationTimer.has_value(); }
     bool isMonitoringKeys() const { return bool(m_globalEventMonitor); }
     bool isAwaitingPermission() const { return m_permissionTimer.isPending(); }
+    /// How many of its timers and delays wait; none while nothing changes.
+    int delaysPending() const;
     /// The brightness as last read, or guessed from keys on a display that does not say.
     std::optional<double> estimatedBrightness() const { return m_estimatedBrightness; }
     /// The ids of all volume and of all brightness activities.

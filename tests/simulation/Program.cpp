@@ -1,12 +1,14 @@
 #include "simulation/Program.h"
 
 #include "activities/ActivityCoordinator.h"
+#include "activities/SystemControlsService.h"
 #include "core/SettingsStore.h"
 #include "foundation/Geometry.h"
 #include "island/IslandViewModel.h"
 
 #include <array>
 #include <thread>
+#include <utility>
 
 namespace brindle::simulation {
 
@@ -139,6 +141,20 @@ void Program::apply(const Event &event)
         return changePower(event);
     case Act::changeBluetooth:
         return changeBluetooth(event);
+    case Act::changeBrightness:
+        return changeBrightness(event);
+    case Act::pressMediaKey:
+        return pressMediaKey(event);
+    case Act::changePermission:
+        platform.monitoring.isGranted = event.x < 0.6;
+        platform.keys.refusesMonitors = event.choice % 8 == 0;
+        return;
+    case Act::requestPermission:
+        if (m_container->isStarted())
+            m_container->systemControls().requestPermission();
+        return;
+    case Act::turnToProgram:
+        return platform.host.becomeActive();
     case Act::changeReduceMotion:
         return platform.accessibility.setReduceMotion(event.choice % 2 == 0);
     case Act::changeScreens:
@@ -335,7 +351,7 @@ void Program::changeSetting(const Event &event)
         return list[std::size_t(event.x * double(list.size()))];
     };
     const bool isOn = event.x < 0.7;
-    switch (event.choice % 15) {
+    switch (event.choice % 17) {
     case 0:
         return settings.setOpenOnHover(isOn);
     case 1:
@@ -362,6 +378,9 @@ void Program::changeSetting(const Event &event)
     case 12:
         return settings.setCollapsedHeight(pick(24.0, 38.0, 38.0, 60.0));
     case 13:
+    case 14:
+        return settings.setSystemControlsEnabled(isOn);
+    case 15:
         return settings.setCollapsedActivityExpansion(pick(-50.0, 0.0, 108.0, 108.0));
     default:
         static constexpr std::array names{u"Automatic", u"Built-in", u"Desk", u"Nowhere"};
@@ -428,6 +447,21 @@ void Program::changeBluetooth(const Event &event)
     }
     m_connectedDevices.insert(device);
     platform.bluetooth.connectDevice(devices[device]);
+}
+
+void Program::changeBrightness(const Event &event)
+{
+    platform.brightness.set(event.choice % 6 == 0 ? std::nullopt : std::optional(event.x));
+}
+
+// A person cannot press twice in one moment.
+void Program::pressMediaKey(const Event &event)
+{
+    if (std::exchange(m_lastMediaKey, platform.time.uptime()) == platform.time.uptime())
+        return;
+    static constexpr std::array keys{MediaKeyCode::soundUp, MediaKeyCode::soundDown, MediaKeyCode::mute,
+        MediaKeyCode::brightnessUp, MediaKeyCode::brightnessDown, 4L};
+    platform.keys.press(keys[event.choice % keys.size()]);
 }
 
 void Program::changeScreens(const Event &event)

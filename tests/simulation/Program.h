@@ -100,6 +100,8 @@ private:
     void postActivity(const Event &event);
     void changePower(const Event &event);
     void changeBluetooth(const Event &event);
+    void changeBrightness(const Event &event);
+    void pressMediaKey(const Event &event);
     void changeScreens(const Event &event);
     void commandMedia(const Event &event);
 
@@ -111,6 +113,7 @@ private:
     int m_interactions = 0;
     int m_launches = 0;
     int m_posted = 0;
+    double m_lastMediaKey = -1;
     std::set<unsigned> m_connectedDevices;
 };
 

@@ -3,6 +3,7 @@
 #include "activities/ActivityCoordinator.h"
 #include "activities/BatteryMonitor.h"
 #include "activities/BluetoothMonitor.h"
+#include "activities/SystemControlsService.h"
 #include "core/SettingsStore.h"
 #include "foundation/Geometry.h"
 #include "media/SystemMediaService.h"
@@ -114,6 +115,7 @@ void Witness::check(bool isSettled)
     if (isSettled) {
         checkServices();
         checkSettledMedia();
+        checkLevels();
         checkPanel();
     }
 }
@@ -244,6 +246,26 @@ void Witness::checkSettledMedia()
         QStringLiteral("the volume is %1, and %2 is shown").arg(audible).arg(media().outputVolume()));
 }
 
+// Switched off, the service is as if it were not there; switched on, it follows the levels, and the keys
+// exactly when it says so.
+void Witness::checkLevels()
+{
+    using State = SystemControlsService::PermissionState;
+    const AppContainer &container = m_program.container();
+    const SystemControlsService &levels = container.systemControls();
+    const FakePlatform &platform = m_program.platform;
+    const bool isOn = container.isStarted() && container.settings().systemControlsEnabled();
+    expect(levels.isObservingLevels() == isOn && platform.brightness.isObserved() == isOn,
+        QStringLiteral("the levels are watched with the setting off, or not watched with it on"));
+    expect((levels.permissionState() == State::disabled) != isOn,
+        QStringLiteral("the permission is disabled with the setting on, or the other way round"));
+    expect(platform.keys.isObserved() == (levels.permissionState() == State::authorized),
+        QStringLiteral("the keys are watched without the permission, or not watched with it"));
+    expect(isOn || levels.delaysPending() == 0, QStringLiteral("something waits with the setting off"));
+    expect(levels.permissionState() != State::requesting || levels.isAwaitingPermission(),
+        QStringLiteral("a permission was asked for and nobody waits for it"));
+}
+
 void Witness::checkPanel()
 {
     FakePlatform &platform = m_program.platform;
@@ -296,6 +318,7 @@ void Witness::checkDelays()
     const int drags = m_island.isExternalDragTaskPending() ? 1 : 0;
     const int known = int(m_island.isHoverPending()) + int(m_island.isCollapsePending()) + drags
         + int(m_program.container().activities().isExpiryPending()) + media().pollsPending()
+        + m_program.container().systemControls().delaysPending()
         + int(m_program.content().surface().isRevealPending());
     const auto pending = m_program.platform.time.pendingCount();
     expect(pending >= known && pending <= known + drags,

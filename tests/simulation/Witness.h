@@ -50,6 +50,7 @@ private:
     void checkMedia();
     void checkSettledMedia();
     const SystemMediaService &media() const;
+    void checkLevels();
     void checkPanel();
     void checkDelays();
     void checkShape();

@@ -98,6 +98,16 @@ TEST_F(SystemControlsPermission, ARequestWithTheSettingOffDoesNothing)
     EXPECT_TRUE(isAtRest());
 }
 
+TEST_F(SystemControlsPermission, ARequestAfterAWithdrawalNobodyNoticedEndsTheMonitor)
+{
+    grant();
+    startWith(true);
+    withdraw();
+    service.requestPermission();
+    EXPECT_EQ(service.permissionState(), State::requesting);
+    EXPECT_FALSE(machine.keys.isObserved());
+}
+
 TEST_F(SystemControlsPermission, AnotherRequestAsksAgainAndWaitsOnce)
 {
     requestWithoutAccess();
