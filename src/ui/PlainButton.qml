@@ -1,6 +1,8 @@
 import QtQuick
+import Brindle.Ui
 
-// A button that looks like its label and nothing more; it dims while it is pressed.
+// A button that looks like its label and nothing more; it dims while it is pressed. Return presses the one that has the
+// keyboard, and a ring shows which that is.
 Item {
     id: root
 
@@ -9,6 +11,9 @@ Item {
     property bool isCheckable: false
     property bool isChecked: false
     readonly property alias isPointed: pointer.hovered
+    property real pressedOpacity: 0.7
+    property real ringRadius: 12
+    readonly property bool isPressed: tap.pressed
     default property alias content: face.data
 
     signal triggered
@@ -22,6 +27,10 @@ Item {
     Accessible.focusable: root.isEnabled
     Accessible.onPressAction: root.press()
 
+    activeFocusOnTab: root.isEnabled
+    Keys.onReturnPressed: root.press()
+    Keys.onEnterPressed: root.press()
+
     function press() {
         if (root.isEnabled)
             root.triggered();
@@ -30,11 +39,17 @@ Item {
     Item {
         id: face
         anchors.fill: parent
-        opacity: root.isEnabled && tap.pressed ? 0.7 : 1
+        opacity: root.isEnabled && root.isPressed ? root.pressedOpacity : 1
     }
 
     HoverHandler {
         id: pointer
+    }
+
+    FocusRing {
+        anchors.fill: parent
+        radius: root.ringRadius
+        visible: root.activeFocus
     }
     TapHandler {
         id: tap
