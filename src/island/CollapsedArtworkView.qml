@@ -25,6 +25,5 @@ Item {
         anchors.fill: parent
         radius: 6
         picture: root.track.picture // qmllint disable type
-        source: root.track.artworkURL
     }
 }

@@ -5,19 +5,22 @@
 #include "core/AppContainer.h"
 #include "island/ActivityPresentation.h"
 #include "island/MediaPresentation.h"
+#include "media/ArtworkLoader.h"
 #include "media/MediaProvider.h"
 #include "platform/AccessibilitySettings.h"
 #include "platform/Platform.h"
 
 namespace brindle {
 
-CollapsedContent::CollapsedContent(AppContainer &container, QObject *parent)
+CollapsedContent::CollapsedContent(AppContainer &container, const ArtworkLoader &artwork, QObject *parent)
     : QObject(parent)
     , m_container(container)
+    , m_artwork(artwork)
 {
     connect(&container.activities(), &ActivityCoordinator::currentChanged, this,
         &CollapsedContent::subjectChanged);
     connect(&container.media(), &MediaProvider::nowPlayingChanged, this, &CollapsedContent::mediaChanged);
+    connect(&artwork, &ArtworkLoader::loadedArtworkChanged, this, &CollapsedContent::mediaChanged);
     connect(&container.media(), &MediaProvider::outputVolumeChanged, this,
         &CollapsedContent::outputVolumeChanged);
     connect(&container.battery(), &BatteryMonitor::changed, this, &CollapsedContent::idleChanged);
@@ -42,14 +45,16 @@ StageSubject CollapsedContent::subject() const
 StageSubject CollapsedContent::row() const
 {
     if (const auto &track = m_container.media().nowPlaying())
-        return {QStringLiteral("media"), QVariant::fromValue(MediaPresentation::of(*track))};
+        return {QStringLiteral("media"),
+            QVariant::fromValue(MediaPresentation::of(*track, m_artwork.artworkOf(*track)))};
     return {QStringLiteral("idle"), {}};
 }
 
 StageSubject CollapsedContent::artwork() const
 {
     const auto &track = m_container.media().nowPlaying();
-    return track ? StageSubject{track->presentationID(), QVariant::fromValue(MediaPresentation::of(*track))}
+    return track ? StageSubject{track->presentationID(),
+                       QVariant::fromValue(MediaPresentation::of(*track, m_artwork.artworkOf(*track)))}
                  : StageSubject();
 }
 

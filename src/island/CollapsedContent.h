@@ -9,9 +9,10 @@
 namespace brindle {
 
 class AppContainer;
+class ArtworkLoader;
 
 /// What the closed island shows: the current event, else what plays, else the idle row. Main thread; the
-/// container outlives it.
+/// container and the artwork outlive it.
 class CollapsedContent : public QObject
 {
     Q_OBJECT
@@ -32,7 +33,7 @@ class CollapsedContent : public QObject
 public:
     enum class Kind { activity, media, idle };
 
-    explicit CollapsedContent(AppContainer &container, QObject *parent = nullptr);
+    CollapsedContent(AppContainer &container, const ArtworkLoader &artwork, QObject *parent = nullptr);
 
     Kind kind() const;
     StageSubject subject() const;
@@ -57,6 +58,7 @@ private:
     bool reducesMotion() const;
 
     AppContainer &m_container;
+    const ArtworkLoader &m_artwork;
 };
 
 } // namespace brindle

@@ -38,6 +38,11 @@ double ExpandedContent::heightFor(double bottomInset)
     return std::max(258 - bottomInset, 120.0);
 }
 
+QUrl ExpandedContent::viewOf(IslandTab tab)
+{
+    return tab == IslandTab::media ? QUrl(QStringLiteral("MediaCalendarView.qml")) : QUrl();
+}
+
 Motion ExpandedContent::tabMotion() const
 {
     const bool reduces = m_viewModel.container().platform().accessibilitySettings().reduceMotion();

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "core/IslandTab.h"
 #include "ui/Motion.h"
 #include "ui/Stage.h"
 
 #include <QObject>
+#include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
 namespace brindle {
@@ -30,6 +32,8 @@ public:
     double height() const;
     static double heightFor(double bottomInset);
     Motion tabMotion() const;
+    /// The view of a tab, beside the open island's; empty for a tab that has none yet.
+    Q_INVOKABLE static QUrl viewOf(brindle::IslandTab tab);
 
 Q_SIGNALS:
     void tabChanged();

@@ -10,6 +10,14 @@ Item {
 
     required property IslandPresenter island
 
+    // A tab tells when a hand is on it and when it has left.
+    function interactionChanged(isInteracting: bool) {
+        if (isInteracting)
+            root.island.viewModel.beginInteraction();
+        else
+            root.island.viewModel.endInteraction();
+    }
+
     SidebarNavigation {
         id: sidebar
         island: root.island
@@ -38,6 +46,16 @@ Item {
             y: 42
             width: root.width - 2 * 10 - 54
             height: root.island.expanded.height
+
+            Loader {
+                id: view
+
+                anchors.fill: parent
+                Component.onCompleted: setSource(root.island.expanded.viewOf(tab.content), {
+                    "expandedView": root,
+                    "isPresent": Qt.binding(() => tab.isPresent)
+                })
+            }
         }
     }
 

@@ -3,7 +3,7 @@ import Brindle.Ui
 import Brindle.Island
 
 // The closed island's content or the open island's, on its way in or out. The open one is built when it is needed.
-Item {
+BlurrableItem {
     id: root
 
     required property IslandPresenter island
@@ -23,14 +23,7 @@ Item {
     opacity: root.look.opacity
     scale: root.look.scale
     transformOrigin: Item.Top
-
-    // Without a GPU's shaders opacity and scale have to do.
-    layer.enabled: root.look.blurRadius > 0.05 && GraphicsInfo.api !== GraphicsInfo.Software
-        && GraphicsInfo.api !== GraphicsInfo.Unknown
-    // The effect is made elsewhere, which Qt 6.4 refuses to bound components; so its use of the id goes unchecked.
-    layer.effect: SoftBlur {
-        radius: root.look.blurRadius // qmllint disable unqualified
-    }
+    blurRadius: root.look.blurRadius
 
     Animated {
         id: presence

@@ -12,9 +12,14 @@ IslandPresenter::IslandPresenter(IslandViewModel &viewModel, QObject *parent)
     : QObject(parent)
     , m_viewModel(viewModel)
     , m_surface(viewModel)
-    , m_collapsed(viewModel.container())
+    , m_artwork(viewModel.container().media(), viewModel.container().platform().urlSession(),
+          viewModel.container().platform().makeSerialQueue(QStringLiteral("Artwork")),
+          viewModel.container().platform().scheduler())
+    , m_collapsed(viewModel.container(), m_artwork)
     , m_expanded(viewModel)
     , m_statusBar(viewModel.container())
+    , m_media(viewModel.container().media(), m_artwork, viewModel.container().settings(),
+          viewModel.container().platform().accessibilitySettings())
     , m_clock(viewModel.container().platform().scheduler())
 {
     connect(&viewModel, &IslandViewModel::selectedTabChanged, this, &IslandPresenter::selectionMotionChanged);

@@ -5,6 +5,8 @@
 #include "island/IslandSurface.h"
 #include "island/IslandViewModel.h"
 #include "island/StatusBar.h"
+#include "media/ArtworkLoader.h"
+#include "media/MediaPresenter.h"
 #include "ui/Clock.h"
 #include "ui/Motion.h"
 
@@ -24,6 +26,7 @@ class IslandPresenter : public QObject
     Q_PROPERTY(brindle::CollapsedContent *collapsed READ collapsed CONSTANT)
     Q_PROPERTY(brindle::ExpandedContent *expanded READ expanded CONSTANT)
     Q_PROPERTY(brindle::StatusBar *statusBar READ statusBar CONSTANT)
+    Q_PROPERTY(brindle::MediaPresenter *media READ media CONSTANT)
     Q_PROPERTY(brindle::Clock *clock READ clock CONSTANT)
     /// Whether the panel has drawn its shape; what stands in it is built from then on.
     Q_PROPERTY(bool isOnScreen READ isOnScreen NOTIFY isOnScreenChanged)
@@ -41,6 +44,7 @@ public:
     CollapsedContent *collapsed() { return &m_collapsed; }
     ExpandedContent *expanded() { return &m_expanded; }
     StatusBar *statusBar() { return &m_statusBar; }
+    MediaPresenter *media() { return &m_media; }
     Clock *clock() { return &m_clock; }
     bool isOnScreen() const { return m_isOnScreen; }
     /// Tells that the panel has drawn for the first time.
@@ -62,9 +66,11 @@ Q_SIGNALS:
 private:
     IslandViewModel &m_viewModel;
     IslandSurface m_surface;
+    ArtworkLoader m_artwork;
     CollapsedContent m_collapsed;
     ExpandedContent m_expanded;
     StatusBar m_statusBar;
+    MediaPresenter m_media;
     Clock m_clock;
     bool m_isOnScreen = false;
 };

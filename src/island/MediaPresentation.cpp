@@ -2,16 +2,14 @@
 
 namespace brindle {
 
-MediaPresentation MediaPresentation::of(const NowPlayingTrack &track)
+MediaPresentation MediaPresentation::of(const NowPlayingTrack &track, const QImage &artwork)
 {
     MediaPresentation result;
     result.title = track.title;
     result.isPlaying = track.isPlaying;
-    // The first that exists counts. Where an address exists and leads nowhere, the place stays a placeholder.
-    if (track.artwork)
-        result.picture = *track.artwork;
-    else if (track.artworkURL)
-        result.artworkURL = *track.artworkURL;
+    // Where an address exists and leads nowhere, the place stays a placeholder.
+    if (!artwork.isNull() || track.artworkURL)
+        result.picture = artwork;
     else if (track.sourceIcon)
         result.picture = *track.sourceIcon;
     return result;
@@ -20,7 +18,7 @@ MediaPresentation MediaPresentation::of(const NowPlayingTrack &track)
 bool MediaPresentation::operator==(const MediaPresentation &other) const
 {
     return title == other.title && isPlaying == other.isPlaying
-        && picture.cacheKey() == other.picture.cacheKey() && artworkURL == other.artworkURL;
+        && picture.cacheKey() == other.picture.cacheKey();
 }
 
 } // namespace brindle

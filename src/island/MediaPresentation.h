@@ -4,7 +4,6 @@
 
 #include <QImage>
 #include <QObject>
-#include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
 namespace brindle {
@@ -16,18 +15,16 @@ struct MediaPresentation
     QML_ANONYMOUS
     Q_PROPERTY(QString title MEMBER title)
     Q_PROPERTY(bool isPlaying MEMBER isPlaying)
-    /// The picture at hand; when it is null, the one at `artworkURL` is to be loaded. With neither, and while
-    /// or when that fails, a placeholder stands in.
+    /// Null where there is none, or none yet: then a placeholder stands in.
     Q_PROPERTY(QImage picture MEMBER picture)
-    Q_PROPERTY(QUrl artworkURL MEMBER artworkURL)
 
 public:
-    static MediaPresentation of(const NowPlayingTrack &track);
+    /// `artwork` is the song's picture, null while there is none.
+    static MediaPresentation of(const NowPlayingTrack &track, const QImage &artwork);
 
     QString title;
     bool isPlaying = false;
     QImage picture;
-    QUrl artworkURL;
 
     bool operator==(const MediaPresentation &other) const;
 };

@@ -3,4 +3,5 @@
 #include <QtPlugin>
 
 Q_IMPORT_PLUGIN(Brindle_UiPlugin)
+Q_IMPORT_PLUGIN(Brindle_MediaPlugin)
 Q_IMPORT_PLUGIN(Brindle_IslandPlugin)

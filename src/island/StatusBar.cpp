@@ -6,10 +6,7 @@
 #include "island/ActivityPresentation.h"
 #include "platform/AccessibilitySettings.h"
 #include "platform/Platform.h"
-
-#include <QDateTime>
-
-#include <cmath>
+#include "ui/LocalTime.h"
 
 namespace brindle {
 
@@ -83,13 +80,7 @@ Motion StatusBar::batteryMotion() const
 
 QString StatusBar::clockText(Date date, const QLocale &locale)
 {
-    const QDateTime local =
-        QDateTime::fromMSecsSinceEpoch(qint64(std::floor(date.secondsSince1970() * 1000)));
-    // The C locale stands for no wish at all, and its times have seconds.
-    const QLocale wanted =
-        locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates) : locale;
-    return wanted.dayName(local.date().dayOfWeek(), QLocale::ShortFormat) + u' '
-        + wanted.toString(local.time(), QLocale::ShortFormat);
+    return LocalTime::weekday(date, locale) + u' ' + LocalTime::hourAndMinute(date, locale);
 }
 
 QString StatusBar::clockText(double seconds)

@@ -1,12 +1,11 @@
 #include "ui/RoundedPicture.h"
 
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
 #include <QPainter>
-#include <QPainterPath>
-#include <QQmlEngine>
 #include <QQuickWindow>
 #include <QSGImageNode>
+
+#include <algorithm>
+#include <array>
 
 namespace brindle {
 
@@ -15,28 +14,11 @@ RoundedPicture::RoundedPicture(QQuickItem *parent) : QQuickItem(parent)
     setFlag(ItemHasContents);
 }
 
-RoundedPicture::~RoundedPicture()
-{
-    if (QNetworkReply *reply = m_reply)
-        reply->abort();
-}
-
 void RoundedPicture::setPicture(const QImage &picture)
 {
     if (picture.cacheKey() == m_picture.cacheKey())
         return;
     m_picture = picture;
-    load();
-    redraw();
-}
-
-void RoundedPicture::setSource(const QUrl &source)
-{
-    if (source == m_source)
-        return;
-    m_source = source;
-    m_loaded = {};
-    load();
     redraw();
 }
 
@@ -48,31 +30,12 @@ void RoundedPicture::setRadius(double radius)
     redraw();
 }
 
-void RoundedPicture::componentComplete()
+void RoundedPicture::setContinuous(bool continuous)
 {
-    QQuickItem::componentComplete();
-    load();
-}
-
-void RoundedPicture::load()
-{
-    if (QNetworkReply *reply = m_reply) {
-        m_reply = nullptr;
-        reply->abort();
-    }
-    QQmlEngine *engine = qmlEngine(this);
-    if (!isComponentComplete() || !engine || !m_picture.isNull() || m_source.isEmpty())
+    if (continuous == m_isContinuous)
         return;
-    m_reply = engine->networkAccessManager()->get(QNetworkRequest(m_source));
-    QNetworkReply *reply = m_reply;
-    connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
-    connect(reply, &QNetworkReply::finished, this, [this, reply] {
-        // A reply that was given up belongs to a picture that is no longer wanted.
-        if (reply != m_reply || reply->error() != QNetworkReply::NoError)
-            return;
-        m_loaded = QImage::fromData(reply->readAll());
-        redraw();
-    });
+    m_isContinuous = continuous;
+    redraw();
 }
 
 void RoundedPicture::redraw()
@@ -99,9 +62,42 @@ void RoundedPicture::geometryChange(const QRectF &geometry, const QRectF &old)
     update();
 }
 
+QPainterPath RoundedPicture::continuousOutline(const QRectF &rect, double radius)
+{
+    // Each corner is two cubics that mirror each other at the diagonal. Where a corner leaves its edge, at
+    // `reach`, three control points lie on the edge, so that it sets out straight; at the diagonal it touches
+    // the circle of `radius` and bends as that does. In parts of the radius, from the corner:
+    constexpr double reach = 1.5;
+    constexpr double apex = 0.292893; // of the circle on the diagonal, in x as in y
+    constexpr double tangent = 2 * apex; // where the circle's tangent there meets the edge
+    constexpr double bend = 0.95; // gives the cubic the circle's curvature there
+
+    const double unit = std::min(radius, std::min(rect.width(), rect.height()) / 2 / reach);
+    // Corners in turn, each with the directions along the edge to it, backwards, and along the edge from it.
+    struct Corner
+    {
+        QPointF place, back, on;
+    };
+    const std::array<Corner, 4> corners{{
+        {rect.topLeft(), {0, 1}, {1, 0}},
+        {rect.topRight(), {-1, 0}, {0, 1}},
+        {rect.bottomRight(), {0, -1}, {-1, 0}},
+        {rect.bottomLeft(), {1, 0}, {0, -1}},
+    }};
+    QPainterPath path(rect.topLeft() + QPointF(0, reach * unit));
+    for (const auto &[place, back, on] : corners) {
+        path.lineTo(place + back * (reach * unit));
+        path.cubicTo(place + back * (bend * unit), place + back * (tangent * unit),
+            place + (back + on) * (apex * unit));
+        path.cubicTo(place + on * (tangent * unit), place + on * (bend * unit), place + on * (reach * unit));
+    }
+    path.closeSubpath();
+    return path;
+}
+
 QImage RoundedPicture::rounded(QSize pixels, double scale) const
 {
-    const QImage filled = shown().scaled(pixels, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+    const QImage filled = m_picture.scaled(pixels, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
     QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -112,7 +108,10 @@ QImage RoundedPicture::rounded(QSize pixels, double scale) const
     const int top = (pixels.height() - filled.height()) / 2;
     brush.setTransform(QTransform::fromTranslate(left, top));
     QPainterPath outline;
-    outline.addRoundedRect(image.rect(), m_radius * scale, m_radius * scale);
+    if (m_isContinuous)
+        outline = continuousOutline(image.rect(), m_radius * scale);
+    else
+        outline.addRoundedRect(image.rect(), m_radius * scale, m_radius * scale);
     painter.fillPath(outline, brush);
     return image;
 }

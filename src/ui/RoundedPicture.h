@@ -1,38 +1,38 @@
 #pragma once
 
 #include <QImage>
-#include <QPointer>
+#include <QPainterPath>
 #include <QQuickItem>
-#include <QUrl>
 #include <QtQml/qqmlregistration.h>
-
-class QNetworkReply;
 
 namespace brindle {
 
-/// A picture that fills its frame, with rounded corners: `picture` when there is one, else the one at
-/// `source`, which is loaded when needed. Shows nothing while it has none.
+/// A picture that fills its frame, with rounded corners. Shows nothing while it has none.
 class RoundedPicture : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QImage picture READ picture WRITE setPicture NOTIFY changed)
-    Q_PROPERTY(QUrl source READ source WRITE setSource NOTIFY changed)
     /// Points.
     Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY changed)
+    /// Whether the edges pass into the corners without a sudden turn, which large corners want.
+    Q_PROPERTY(bool isContinuous READ isContinuous WRITE setContinuous NOTIFY changed)
     Q_PROPERTY(bool hasPicture READ hasPicture NOTIFY changed)
 
 public:
     explicit RoundedPicture(QQuickItem *parent = nullptr);
-    ~RoundedPicture() override;
 
     QImage picture() const { return m_picture; }
     void setPicture(const QImage &picture);
-    QUrl source() const { return m_source; }
-    void setSource(const QUrl &source);
     double radius() const { return m_radius; }
     void setRadius(double radius);
-    bool hasPicture() const { return !shown().isNull(); }
+    bool isContinuous() const { return m_isContinuous; }
+    void setContinuous(bool continuous);
+    bool hasPicture() const { return !m_picture.isNull(); }
+
+    /// A rectangle whose corners bend like circles of `radius` in their middle, and less and less towards the
+    /// edges. The radius is cut down to what the rectangle has room for.
+    static QPainterPath continuousOutline(const QRectF &rect, double radius);
 
 Q_SIGNALS:
     void changed();
@@ -41,19 +41,14 @@ protected:
     QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
     void itemChange(ItemChange change, const ItemChangeData &value) override;
     void geometryChange(const QRectF &geometry, const QRectF &old) override;
-    void componentComplete() override;
 
 private:
-    const QImage &shown() const { return m_picture.isNull() ? m_loaded : m_picture; }
-    void load();
     void redraw();
     QImage rounded(QSize pixels, double scale) const;
 
     QImage m_picture;
-    QImage m_loaded;
-    QUrl m_source;
     double m_radius = 0;
-    QPointer<QNetworkReply> m_reply;
+    bool m_isContinuous = false;
     bool m_isTextureStale = true;
 };
 

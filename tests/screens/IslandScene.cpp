@@ -50,8 +50,9 @@ void IslandScene::pass(double seconds)
         frame = std::min(left, longest);
         session.advance(frame / 1000.0);
         m_frames.advanceBy(frame);
+        // What goes may have parts that go on the turn after it.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void IslandScene::open()
@@ -86,14 +87,17 @@ void IslandScene::point(QPointF position)
     QCoreApplication::sendEvent(&m_window, &event);
 }
 
+void IslandScene::pointer(QEvent::Type type, QPointF position)
+{
+    QMouseEvent event(type, position, position, type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&m_window, &event);
+}
+
 void IslandScene::click(QPointF position)
 {
-    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        const bool isDown = type == QEvent::MouseButtonPress;
-        QMouseEvent event(
-            type, position, position, Qt::LeftButton, isDown ? Qt::LeftButton : Qt::NoButton, {});
-        QCoreApplication::sendEvent(&m_window, &event);
-    }
+    pointer(QEvent::MouseButtonPress, position);
+    pointer(QEvent::MouseButtonRelease, position);
 }
 
 const QImage &IslandScene::content()

@@ -60,8 +60,10 @@ public:
     void plug(int percentage, bool onMains, bool charging);
     void play(const NowPlayingTrack &track, double volume);
     void show(const SystemActivity &activity);
-    /// Where the pointer does what it does, in points from the panel's top left corner.
+    /// Where the pointer goes with no button down, in points from the panel's top left corner.
     void point(QPointF position);
+    /// A press, a move with the button down, or a release of the left button.
+    void pointer(QEvent::Type type, QPointF position);
     void click(QPointF position);
 
     /// What is seen, before a quiet wallpaper.

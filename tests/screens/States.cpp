@@ -2,38 +2,11 @@
 
 #include "activities/ActivityCoordinator.h"
 #include "core/SettingsStore.h"
-
-#include <QPainter>
+#include "screens/MediaStates.h"
 
 namespace brindle {
 
 namespace {
-
-QImage cover()
-{
-    QImage image(96, 96, QImage::Format_RGB32);
-    QPainter painter(&image);
-    QLinearGradient sky(0, 0, 96, 96);
-    sky.setColorAt(0, QColor(0xf2, 0x7a, 0x54));
-    sky.setColorAt(1, QColor(0x5b, 0x3f, 0x8c));
-    painter.fillRect(image.rect(), sky);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0xff, 0xe0, 0x9a));
-    painter.drawEllipse(QPointF(60, 38), 17, 17);
-    return image;
-}
-
-NowPlayingTrack song(bool isPlaying, bool hasArtwork = true)
-{
-    NowPlayingTrack track;
-    track.title = QStringLiteral("Slow Harbour");
-    track.artist = QStringLiteral("The Lanterns");
-    track.isPlaying = isPlaying;
-    if (hasArtwork)
-        track.artwork = cover();
-    return track;
-}
 
 SystemActivity activity(const IslandScene &scene, ActivityType type, const QString &title,
     std::optional<QString> detail, const QString &symbol, std::optional<double> progress = {})
@@ -100,35 +73,35 @@ const QList<ScreenState> closedStates{
         }},
     {"closed-media-playing",
         [](IslandScene &scene) {
-            scene.play(song(true), 0.8);
+            scene.play(songOf(scene, true), 0.8);
             scene.settle();
         }},
     {"closed-media-quiet",
         [](IslandScene &scene) {
-            scene.play(song(true), 0);
+            scene.play(songOf(scene, true), 0);
             scene.settle();
         }},
     {"closed-media-paused",
         [](IslandScene &scene) {
-            scene.play(song(false), 0.8);
+            scene.play(songOf(scene, false), 0.8);
             scene.settle();
         }},
     {"closed-media-no-artwork",
         [](IslandScene &scene) {
-            scene.play(song(true, false), 0.5);
+            scene.play(songOf(scene, true, false), 0.5);
             scene.settle();
         }},
     {"closed-media-source-icon",
         [](IslandScene &scene) {
-            NowPlayingTrack track = song(true, false);
-            track.sourceIcon = cover().scaled(48, 48);
+            NowPlayingTrack track = songOf(scene, true, false);
+            track.sourceIcon = coverPicture().scaled(48, 48);
             scene.play(track, 0.5);
             scene.settle();
         }},
     {"closed-media-still",
         [](IslandScene &scene) {
             scene.session.platform.accessibility.setReduceMotion(true);
-            scene.play(song(true), 0.8);
+            scene.play(songOf(scene, true), 0.8);
             scene.settle();
         }},
 };
@@ -173,7 +146,7 @@ const QList<ScreenState> eventStates{
         }},
     {"event-over-media",
         [](IslandScene &scene) {
-            scene.play(song(true), 0.8);
+            scene.play(songOf(scene, true), 0.8);
             scene.settle();
             showCharging(scene);
             scene.settle();
@@ -316,13 +289,11 @@ const QList<ScreenState> &allScreenStates()
             + levelsIn("still", [](IslandScene &scene) { scene.settings().setReduceEffects(true); });
         for (ScreenState &state : small) {
             state.area = QRectF(240, 0, 460, 90);
-            state.isForEyesOnly = QLatin1StringView(state.name).contains(u"-rtl-")
-                || QLatin1StringView(state.name).contains(u"-cjk-");
         }
         QList<ScreenState> chips = levelsIn("chip", [](IslandScene &scene) { scene.open(); });
         for (ScreenState &chip : chips)
             chip.area = QRectF(0, 0, 470, 90);
-        return small + openStates + chips + movingStates;
+        return small + openStates + chips + movingStates + mediaStates();
     }();
     return states;
 }

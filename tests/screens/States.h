@@ -13,8 +13,6 @@ struct ScreenState
     std::function<void(IslandScene &)> stage;
     /// What of the panel is worth seeing, in points; null for all of it.
     QRectF area = {};
-    /// Whether machines differ in it, for want of a pinned font.
-    bool isForEyesOnly = false;
 };
 
 const QList<ScreenState> &allScreenStates();

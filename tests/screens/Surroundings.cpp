@@ -15,7 +15,10 @@ void pinSurroundings()
     tzset();
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    QFont font(QStringLiteral("Inter"));
+    QFont font;
+    // The others for the scripts that the first does not write.
+    font.setFamilies(
+        {QStringLiteral("Inter"), QStringLiteral("DejaVu Sans"), QStringLiteral("Droid Sans Fallback")});
     font.setHintingPreference(QFont::PreferNoHinting);
     QGuiApplication::setFont(font);
 }

@@ -13,13 +13,16 @@ public:
     std::optional<NowPlayingTrack> track;
     double volume = 0;
     int toggles = 0;
+    int previouses = 0;
+    int nexts = 0;
+    QList<double> seeks;
 
     const std::optional<NowPlayingTrack> &nowPlaying() const override { return track; }
     double outputVolume() const override { return volume; }
     void togglePlayback() override { ++toggles; }
-    void seek(double /*seconds*/) override { }
-    void previousTrack() override { }
-    void nextTrack() override { }
+    void seek(double seconds) override { seeks.append(seconds); }
+    void previousTrack() override { ++previouses; }
+    void nextTrack() override { ++nexts; }
 };
 
 /// The whole program's services on a machine in memory, with the words that tests tell their stories in.

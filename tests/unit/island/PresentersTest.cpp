@@ -8,6 +8,7 @@
 #include "island/IslandViewModel.h"
 #include "island/MediaPresentation.h"
 #include "island/StatusBar.h"
+#include "media/ArtworkLoader.h"
 #include "support/Session.h"
 
 #include <QMimeData>
@@ -56,7 +57,9 @@ protected:
     void letEventsPass() { session.advance(10); }
 
     Session session;
-    CollapsedContent collapsed{session.container};
+    ArtworkLoader artwork{session.container.media(), session.platform.network,
+        session.platform.makeSerialQueue(QStringLiteral("Artwork")), session.platform.time};
+    CollapsedContent collapsed{session.container, artwork};
     StatusBar bar{session.container};
 };
 
@@ -126,20 +129,23 @@ TEST_F(PresentersTest, AnotherSongIsAnotherPicture)
     EXPECT_NE(collapsed.artwork().key, first);
 }
 
-TEST(MediaPresentation, TakesTheFirstPictureThatExists)
+TEST(MediaPresentation, ShowsTheSongsPictureElseItsSourcesIcon)
+{
+    const QImage artwork(2, 2, QImage::Format_RGB32);
+    NowPlayingTrack track = song();
+    track.sourceIcon = QImage(4, 4, QImage::Format_RGB32);
+    EXPECT_EQ(MediaPresentation::of(track, artwork).picture.width(), 2);
+    EXPECT_EQ(MediaPresentation::of(track, {}).picture.width(), 4);
+    track.sourceIcon.reset();
+    EXPECT_TRUE(MediaPresentation::of(track, {}).picture.isNull());
+}
+
+TEST(MediaPresentation, KeepsThePlaceholderWhereThePictureAtAnAddressIsMissing)
 {
     NowPlayingTrack track = song();
-    track.artwork = QImage(2, 2, QImage::Format_RGB32);
-    track.artworkURL = QUrl(QStringLiteral("https://example.org/a.png"));
     track.sourceIcon = QImage(4, 4, QImage::Format_RGB32);
-    EXPECT_EQ(MediaPresentation::of(track).picture.width(), 2);
-    track.artwork.reset();
-    EXPECT_TRUE(MediaPresentation::of(track).picture.isNull());
-    EXPECT_EQ(MediaPresentation::of(track).artworkURL, *track.artworkURL);
-    track.artworkURL.reset();
-    EXPECT_EQ(MediaPresentation::of(track).picture.width(), 4);
-    track.sourceIcon.reset();
-    EXPECT_TRUE(MediaPresentation::of(track).picture.isNull());
+    track.artworkURL = QUrl(QStringLiteral("https://example.org/a.png"));
+    EXPECT_TRUE(MediaPresentation::of(track, {}).picture.isNull());
 }
 
 TEST_F(PresentersTest, MotionsArePlainForThoseWhoAskedForLess)

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+
+namespace brindle {
+
+/// Pictures from the bytes of image files that strangers supply.
+class ArtworkDecoding
+{
+public:
+    /// Pixels: larger pictures are made to fit a square of this side, which suits every display.
+    static constexpr int largestSide = 1024;
+
+    /// Null for what is no photographic picture, is damaged, or would need too much memory. Any thread.
+    static QImage picture(const QByteArray &file);
+};
+
+} // namespace brindle
