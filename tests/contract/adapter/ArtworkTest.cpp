@@ -171,7 +171,7 @@ TEST_F(AdapterArtwork, AServerThatHangsHoldsUpNeitherTheTrackNorTheNextPicture)
 
 TEST_F(AdapterArtwork, WhatIsTooLargeIsGivenUp)
 {
-    server.serve(u"/large.png"_s, {.body = QByteArray(17 * 1024 * 1024, 'x'), .hangs = true});
+    server.serve(u"/large.png"_s, {.body = QByteArray(qsizetype(17) * 1024 * 1024, 'x'), .hangs = true});
     show(u"Large"_s, server.url(u"/large.png"_s).toString());
     EXPECT_TRUE(stream.waitFor([this] { return server.closed == 1; }));
     EXPECT_EQ(stream.state().artwork.fingerprint, std::nullopt);
@@ -179,7 +179,7 @@ TEST_F(AdapterArtwork, WhatIsTooLargeIsGivenUp)
 
 TEST_F(AdapterArtwork, ALargePictureComesWhole)
 {
-    const QByteArray picture(15 * 1024 * 1024, 'x');
+    const QByteArray picture(qsizetype(15) * 1024 * 1024, 'x');
     show(u"Large"_s, file(u"large.png"_s, picture));
     ASSERT_TRUE(waitForPicture(picture));
     EXPECT_EQ(stream.title(), u"Large");
