@@ -50,8 +50,9 @@ function(brindle_test_again name)
   endif()
   if(BRINDLE_SANITIZE)
     string(PREPEND arg_PREFIX "sanitized:")
-    # Qt's own locks are invisible to the thread sanitizer, so it watches the code that was built for it.
-    list(APPEND arg_ENVIRONMENT TSAN_OPTIONS=ignore_noninstrumented_modules=1
+    # Qt's own locks are invisible to the thread sanitizer, so it watches the code that was built for it. After Qt has
+    # started a process, which shares memory with its child for a moment, it takes the parent for a fork's child.
+    list(APPEND arg_ENVIRONMENT TSAN_OPTIONS=ignore_noninstrumented_modules=1:die_after_fork=0
       ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1 UBSAN_OPTIONS=print_stacktrace=1)
   endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${arg_PREFIX}" TEST_FILTER "${arg_FILTER}"
