@@ -33,7 +33,7 @@ ChildWatcher::~ChildWatcher()
     eventfd_write(m_wakeUp.number(), 1);
     m_thread->wait();
     for (const auto &[key, child] : m_children)
-        child->reapIfEnded();
+        child->abandon();
 }
 
 bool ChildWatcher::watch(const std::shared_ptr<LinuxChild> &child)

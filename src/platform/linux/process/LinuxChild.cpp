@@ -91,9 +91,10 @@ void LinuxChild::finish()
     m_launch = {}; // the handlers may hold this handle
 }
 
-void LinuxChild::reapIfEnded()
+void LinuxChild::abandon()
 {
     reap(m_spawned.process, WNOHANG);
+    m_launch = {};
 }
 
 void LinuxChild::kill()

@@ -32,8 +32,8 @@ public:
     /// Hands on what the program wrote before it ended, has it reaped, tells of the end, and lets go of the
     /// handlers.
     void finish();
-    /// Takes what is left of it if it has ended, and tells nobody.
-    void reapIfEnded();
+    /// Tells nobody any more and lets go of the handlers. Takes what is left of it if it has ended.
+    void abandon();
     /// Ends it at once, for one that cannot be watched. Waits for that.
     void kill();
 
