@@ -53,7 +53,7 @@ void PulseFollower::ended()
 {
     m_session.reset();
     m_nextLook = m_scheduler.after(m_pause, [this] { look(); });
-    m_pause = std::min(2 * m_pause, longestPause);
+    m_pause = std::min(growth * m_pause, longestPause);
     set(std::nullopt);
 }
 

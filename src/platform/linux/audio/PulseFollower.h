@@ -17,9 +17,11 @@ class PulseSession;
 class PulseFollower
 {
 public:
-    /// Seconds from one look for a server to the next: at first, and at most.
+    /// Seconds from one look for a server to the next: at first, and at most. Each pause is so many times as
+    /// long as the one before, for a machine that has no server is to rest soon.
     static constexpr double firstPause = 0.5;
-    static constexpr double longestPause = 30;
+    static constexpr double longestPause = 120;
+    static constexpr double growth = 4;
 
     /// Calls `changed` after the level changed while the server is followed; at most once a turn.
     PulseFollower(Scheduler &scheduler, std::function<void()> changed);
