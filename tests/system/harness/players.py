@@ -1,5 +1,7 @@
 """Real media players, files for them to play, and the now-playing adapter that follows them."""
 
+import functools
+import http.server
 import json
 import os
 import subprocess
@@ -105,6 +107,10 @@ class Mpv:
         self.process = Child(["mpv", "--no-config", "--script=/usr/lib/mpv-mpris/mpris.so", "--ao=null", "--vo=null",
                               "--no-terminal", *files], environment, folder / "mpv.log")
 
+    @property
+    def pid(self):
+        return self.process.pid
+
     def kill(self):
         self.process.kill()
 
@@ -141,9 +147,36 @@ class Chromium(Mpv):
     def __init__(self, folder, environment, sound, picture):
         page = folder / "page.html"
         page.write_text(PAGE.format(sound=Path(sound).name, picture=Path(picture).name))
+        self.browse(folder, environment, folder / "chromium", page.as_uri())
+
+    def browse(self, folder, environment, profile, address, *options):
         self.process = Child(
             ["chromium", "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
              "--no-default-browser-check", "--disable-background-networking", "--disable-component-update",
              "--disable-sync", "--password-store=basic", "--autoplay-policy=no-user-gesture-required",
-             "--allow-file-access-from-files", f"--user-data-dir={folder / 'chromium'}", page.as_uri()],
+             "--allow-file-access-from-files", f"--user-data-dir={profile}", *options, address],
             environment, folder / "chromium.log")
+
+
+class DebuggedChromium(Chromium):
+    """Plays `sound` on a page of a loopback server, with the browser's debugging port open and its profile where the
+    environment's user has it."""
+
+    def __init__(self, folder, environment, sound, title):
+        page = f"<!doctype html><title>{title}</title><audio src={Path(sound).name} autoplay loop></audio>"
+        (Path(sound).parent / "page.html").write_text(page)
+        handler = functools.partial(QuietRequests, directory=Path(sound).parent)
+        self._server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler)
+        threading.Thread(target=self._server.serve_forever, daemon=True).start()
+        self.browse(folder, environment, Path(environment["XDG_CONFIG_HOME"]) / "chromium",
+                    f"http://127.0.0.1:{self._server.server_port}/page.html", "--remote-debugging-port=0")
+
+    def end(self):
+        super().end()
+        self._server.shutdown()
+        self._server.server_close()
+
+
+class QuietRequests(http.server.SimpleHTTPRequestHandler):
+    def log_message(self, *_):
+        pass
