@@ -30,8 +30,14 @@ void IslandHost::buildScene()
         {{QStringLiteral("island"), QVariant::fromValue(&m_presenter)}})));
     m_root->setParentItem(m_panel.contentWindow()->contentItem());
     m_root->setSize(IslandSurface::panelSize);
-    connect(m_panel.contentWindow(), &QQuickWindow::afterRendering, &m_presenter,
-        &IslandPresenter::setOnScreen, Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    connect(m_panel.contentWindow(), &QQuickWindow::afterRendering, this, &IslandHost::firstFrameDrawn,
+        Qt::QueuedConnection);
+}
+
+void IslandHost::firstFrameDrawn()
+{
+    disconnect(m_panel.contentWindow(), &QQuickWindow::afterRendering, this, &IslandHost::firstFrameDrawn);
+    m_presenter.setOnScreen();
 }
 
 void IslandHost::shapeChanged()

@@ -29,6 +29,7 @@ public:
 
 private:
     void buildScene();
+    void firstFrameDrawn();
     void shapeChanged();
 
     PanelWindow &m_panel;

@@ -70,9 +70,9 @@ SoftShadow::SoftShadow(
     m_inner = std::max(0, int(std::floor(*least)) - margin);
 
     // Room for three averages above and below, where the silhouette has no rows.
-    const qsizetype padding = qsizetype(3) * reach;
+    const int padding = 3 * reach;
     const Row nothing(std::size_t(m_outer - m_inner), 0.0F);
-    std::vector<Row> rows(std::size_t(halfWidths.size() + 2 * padding), nothing);
+    std::vector<Row> rows(std::size_t(halfWidths.size() + qsizetype(2) * padding), nothing);
     double lastHalf = -1;
     for (qsizetype i = 0; i < halfWidths.size(); ++i) {
         const auto at = std::size_t(i + padding);

@@ -17,7 +17,7 @@ namespace brindle {
 IslandScene::IslandScene(double scale) : IslandScene(BeforeTheFirstFrame{}, scale)
 {
     content();
-    QCoreApplication::sendPostedEvents(&presenter());
+    QCoreApplication::sendPostedEvents(m_host.get());
     content();
 }
 
