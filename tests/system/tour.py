@@ -11,10 +11,12 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
+from harness.players import Mpv, make_picture, make_sound  # noqa: E402
 from harness.processes import wait_until  # noqa: E402
 from harness.session import Program, Session  # noqa: E402
 
 HEADSET = "00:1B:66:00:00:01"
+COVER = "gradients=s=304x304:c0=0xF2A65A:c1=0x5B2A86:x0=0:y0=0:x1=304:y1=304"
 
 
 class Tour:
@@ -59,6 +61,7 @@ class Tour:
         self.session.pointer.glide(*self.island.centre)
         wait_until(self.island.is_open, "the island to open under the pointer")
         self.take("Open on hover")
+        self.song()
         self.tabs()
         self.away()
         self.closed()
@@ -85,6 +88,27 @@ class Tour:
         self.closed(368)
         self.take("A headset connects")
         self.closed()
+
+    def song(self):
+        folder = self.session.folder
+        make_picture(folder / "cover.jpg", COVER)
+        song = make_sound(folder / "song.flac", seconds=120, title="Night Drive to the Coast", artist="The Quiet Lights")
+        player = Mpv(folder, self.program.environment, song)
+        try:
+            self.program.element("Pause", "push button")
+            self.take("A song plays")
+            self.session.pointer.glide(*self.program.middle_of("Pause", "push button"))
+            self.session.pointer.click()
+            self.program.element("Play", "push button")
+            self.take("Paused by a click")
+            self.away()
+            self.closed()
+            self.take("Closed with a song")
+            self.session.pointer.glide(*self.island.centre)
+            wait_until(self.island.is_open, "the island to open under the pointer")
+        finally:
+            player.end()
+        self.program.element("Nothing playing")
 
     def tabs(self):
         for name in ("Shelf", "Calculator"):

@@ -21,8 +21,9 @@ def make_sound(path, seconds=30, **tags):
     return path
 
 
-def make_picture(path):
-    _ffmpeg("-f", "lavfi", "-i", "color=red:s=64x64", "-frames:v", "1", path)
+def make_picture(path, look="color=red:s=64x64"):
+    """`look` is a source of pictures as ffmpeg names them."""
+    _ffmpeg("-f", "lavfi", "-i", look, "-frames:v", "1", path)
     return path
 
 
