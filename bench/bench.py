@@ -21,7 +21,8 @@ from harness.session import PANEL, Program, Session  # noqa: E402
 from costs import context_switches, cpu_seconds, machine_busy, memory, switches_between  # noqa: E402
 from frames import FrameWatch, due  # noqa: E402
 from levels import LEVEL_FIGURES, measure_change, measure_tick, start_sound  # noqa: E402
-from media import MEDIA_FIGURES, PLAYING_FIGURES, measure_playing, measure_reports  # noqa: E402
+from media import MEDIA_FIGURES, PLAYING_FIGURES, PROMPTNESS_FIGURES  # noqa: E402
+from media import measure_playing, measure_promptness, measure_reports  # noqa: E402
 
 WORDS = (PANEL[0] // 2 - 60, 8, 120, 22)  # where the closed island says something, within the panel
 HOVER_DELAY = 0.05  # the preference's own default
@@ -180,8 +181,10 @@ def measure(arguments):
         progress("reports of what plays")
         reports = measure_reports(arguments.build / "bench" / "brindle_bench_report", arguments.rest_rounds)
         media = evaluate(MEDIA_FIGURES, *reports, arguments.rest)
+        progress("changes of a player")
+        prompt = evaluate(PROMPTNESS_FIGURES, *measure_promptness(session, ours.program.path, 15), arguments.rest)
         playing = measure_players(session, watch, ours.program.path, arguments)
-        return evaluate(FIGURES, ours, baseline, arguments.rest), levels, media, playing, loads
+        return evaluate(FIGURES, ours, baseline, arguments.rest), levels, media, prompt, playing, loads
 
 
 def measure_levels(session, watch, path, arguments, loads):
@@ -227,11 +230,12 @@ def main():
     parser.add_argument("--rest", type=float, default=30, help="seconds at rest in a long run")
     parser.add_argument("--openings", type=int, default=4, help="openings in a long run")
     arguments = parser.parse_args()
-    rows, levels, media, playing, loads = measure(arguments)
+    rows, levels, media, prompt, playing, loads = measure(arguments)
     load = max(loads)
     print(f"\nMedians of {arguments.rounds} starts, {arguments.rest_rounds} rests of {arguments.rest:g} s and "
           f"{arguments.rest_rounds * arguments.openings} openings of each, in turn.\n\n{table(rows, 'Velmora', 'empty window')}\n\n"
           f"{table(levels, 'levels on', 'levels off')}\n\n{table(media, 'media service', 'keeping a track')}\n\n"
+          f"{table(prompt, 'the adapter', 'playerctl')}\n\n"
           f"{table(playing, 'a song plays', 'it is paused')}\n")
     if load > LOADED:
         print(f"The machine was busy with other things: up to {100 * load:.0f} % of its {os.cpu_count()} cores while the "
@@ -239,7 +243,8 @@ def main():
     else:
         print(f"The machine was idle otherwise (at most {100 * load:.1f} % busy while the programs rested).")
     if arguments.json:
-        arguments.json.write_text(json.dumps({"figures": rows, "levels": levels, "media": media, "playing": playing,
+        arguments.json.write_text(json.dumps({"figures": rows, "levels": levels, "media": media,
+                                              "promptness": prompt, "playing": playing,
                                               "busy_while_resting": loads}, indent=2) + "\n")
         print(f"Written: {arguments.json}")
 

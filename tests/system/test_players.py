@@ -2,7 +2,6 @@
 
 import base64
 import os
-import statistics
 import subprocess
 import tempfile
 import time
@@ -12,8 +11,8 @@ from pathlib import Path
 
 import dbus
 
-from harness.buses import Bus, ScriptedService
-from harness.players import Adapter, Chromium, Lines, Mpv, Vlc, make_picture, make_sound
+from harness.buses import Bus
+from harness.players import Adapter, Chromium, Mpv, Vlc, make_picture, make_sound
 from harness.processes import holds, wait_until
 from harness.session import home_environment
 
@@ -192,52 +191,6 @@ class ManyPlayers(PlayersTest):
         wait_until(lambda: self.property(player, "PlaybackStatus") == "Playing", "mpv to play")
         self.assertEqual(self.adapter.run("send", 1), 0)
         wait_until(lambda: self.property(player, "PlaybackStatus") == "Paused", "mpv to pause")
-
-
-class ScriptedPlayer(ScriptedService):
-    name = "org.mpris.MediaPlayer2.scripted"
-    PATH, PLAYER = "/org/mpris/MediaPlayer2", "org.mpris.MediaPlayer2.Player"
-
-    def start(self):
-        self._run("--session", self.name, self.PATH, self.PLAYER)
-        self._mock("AddProperties", self.PLAYER, dbus.Dictionary(
-            {"PlaybackStatus": "Playing", "CanPlay": True, "Metadata": self._metadata("Track 0")}, signature="sv"))
-
-    def show(self, title):
-        self._bus.call(self.name, self.PATH, dbus.PROPERTIES_IFACE, "Set", self.PLAYER, "Metadata",
-                       self._metadata(title))
-
-    @staticmethod
-    def _metadata(title):
-        track = dbus.ObjectPath(f"/{title.replace(' ', '/')}", variant_level=1)
-        return dbus.Dictionary({"mpris:trackid": track, "xesam:title": title}, signature="sv", variant_level=1)
-
-    def _mock(self, method, *arguments):
-        return self._bus.call(self.name, self.PATH, "org.freedesktop.DBus.Mock", method, *arguments)
-
-
-class Promptness(PlayersTest):
-    DEBOUNCE, SLACK = 0.080, 0.002
-
-    def test_a_change_comes_at_most_the_debounce_after_another_follower_has_it(self):
-        player = self.keep(ScriptedPlayer(self.folder, self.environment, self.bus))
-        player.start()
-        stream = self.stream()
-        stream.wait_for(title="Track 0")
-        follower = self.keep(Lines(["playerctl", "--follow", "metadata", "--format", "{{title}}"], self.environment,
-                                   self.folder / "playerctl.log"))
-        wait_until(lambda: follower.lines, "the other follower")
-        delays = []
-        for count in range(1, 16):
-            title = f"Track {count}"
-            player.show(title)
-            stream.wait_for(title=title)
-            wait_until(lambda: follower.lines[-1][1].strip() == title, "the other follower to tell")
-            wait_until(lambda: title in stream.lines[-1][1], "the line")
-            delays.append(stream.lines[-1][0] - follower.lines[-1][0])
-        print(f"behind the other follower by {min(delays) * 1000:.1f} to {max(delays) * 1000:.1f} ms, "
-              f"in the middle {statistics.median(delays) * 1000:.1f} ms", flush=True)
-        self.assertLessEqual(statistics.median(delays), self.DEBOUNCE + self.SLACK)
 
 
 class Places(PlayersTest):

@@ -9,6 +9,9 @@ import threading
 import time
 from pathlib import Path
 
+import dbus
+
+from .buses import ScriptedService
 from .processes import Child, wait_until
 
 NOBODY = 65534
@@ -181,3 +184,27 @@ class DebuggedChromium(Chromium):
 class QuietRequests(http.server.SimpleHTTPRequestHandler):
     def log_message(self, *_):
         pass
+
+
+class ScriptedPlayer(ScriptedService):
+    """A player that shows whatever title it is told to."""
+
+    name = "org.mpris.MediaPlayer2.scripted"
+    PATH, PLAYER = "/org/mpris/MediaPlayer2", "org.mpris.MediaPlayer2.Player"
+
+    def start(self):
+        self._run("--session", self.name, self.PATH, self.PLAYER)
+        self._mock("AddProperties", self.PLAYER, dbus.Dictionary(
+            {"PlaybackStatus": "Playing", "CanPlay": True, "Metadata": self._metadata("Track 0")}, signature="sv"))
+
+    def show(self, title):
+        self._bus.call(self.name, self.PATH, dbus.PROPERTIES_IFACE, "Set", self.PLAYER, "Metadata",
+                       self._metadata(title))
+
+    @staticmethod
+    def _metadata(title):
+        track = dbus.ObjectPath(f"/{title.replace(' ', '/')}", variant_level=1)
+        return dbus.Dictionary({"mpris:trackid": track, "xesam:title": title}, signature="sv", variant_level=1)
+
+    def _mock(self, method, *arguments):
+        return self._bus.call(self.name, self.PATH, "org.freedesktop.DBus.Mock", method, *arguments)
