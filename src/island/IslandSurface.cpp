@@ -15,6 +15,9 @@ namespace {
 constexpr NotchShape collapsedShape{14, 18};
 /// No animation is livelier than this, however short the user wants it.
 constexpr double shortestAnimation = 0.48;
+/// An opening shows its first frame before what stands in the open island is built: one tick is for that
+/// frame, and the next comes after it.
+constexpr int ticksBeforeContent = 2;
 /// When the tracks count as arrived: a twentieth of a point, or a step of the shadow's darkness, cannot be
 /// seen.
 constexpr std::array precisions{0.05, 0.05, 0.05, 0.05, 0.002, 0.05};
@@ -30,6 +33,7 @@ IslandSurface::IslandSurface(IslandViewModel &viewModel, QObject *parent)
     : QObject(parent)
     , m_viewModel(viewModel)
     , m_isExpanded(viewModel.isExpanded())
+    , m_isExpandedContentVisible(m_isExpanded)
     , m_activity(idOf(viewModel.container().activities()))
     , m_ticker([this](double seconds) { tick(seconds); })
 {
@@ -157,6 +161,8 @@ void IslandSurface::expansionChanged()
 {
     m_isExpanded = m_viewModel.isExpanded();
     m_isCollapsedContentVisible = false;
+    m_isExpandedContentVisible = false;
+    m_ticksToContent = m_isExpanded ? ticksBeforeContent : 0;
     m_reveal = m_isExpanded
         ? Delay()
         : m_viewModel.container().platform().scheduler().after(revealDelay(), [this] { reveal(); });
@@ -170,6 +176,14 @@ void IslandSurface::reveal()
     if (m_isExpanded)
         return;
     m_isCollapsedContentVisible = true;
+    updateSubject();
+    Q_EMIT stateChanged();
+}
+
+void IslandSurface::showExpandedContent()
+{
+    m_ticksToContent = 0;
+    m_isExpandedContentVisible = true;
     updateSubject();
     Q_EMIT stateChanged();
 }
@@ -193,7 +207,7 @@ void IslandSurface::followSettings()
 void IslandSurface::updateSubject()
 {
     // A new key for each scene: an open island is built afresh each time.
-    if (m_isExpanded || m_isCollapsedContentVisible)
+    if (m_isExpandedContentVisible || m_isCollapsedContentVisible)
         m_subject = {QString::number(++m_scene), m_isExpanded};
     else
         m_subject = {};
@@ -227,6 +241,8 @@ void IslandSurface::tick(double seconds)
     if (!isMoving())
         m_ticker.rest();
     Q_EMIT shapeChanged();
+    if (m_ticksToContent > 0 && (--m_ticksToContent == 0 || !isMoving()))
+        showExpandedContent();
 }
 
 } // namespace brindle

@@ -102,6 +102,7 @@ private:
     void expansionChanged();
     void activityChanged();
     void reveal();
+    void showExpandedContent();
     void updateSubject();
     void moveBy(const Motion &motion);
     void followSettings();
@@ -112,7 +113,10 @@ private:
 
     IslandViewModel &m_viewModel;
     bool m_isExpanded;
+    bool m_isExpandedContentVisible;
     bool m_isCollapsedContentVisible = true;
+    /// Ticks until the open island's content is due; 0 when none is.
+    int m_ticksToContent = 0;
     QString m_activity;
     StageSubject m_subject;
     int m_scene = 0;

@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11EventMonitors.h"
 
+#include "foundation/ManualScheduler.h"
 #include "foundation/SystemScheduler.h"
 #include "platform/linux/x11/X11PanelWindow.h"
 #include "platform/linux/x11/XcbConnection.h"
@@ -81,6 +82,26 @@ TEST_F(X11Events, AManyStepMotionIsFewEvents)
         m_hand.moveTo({100 + step, 400});
     ASSERT_TRUE(eventuallySeen(EventKind::mouseMoved));
     EXPECT_LT(m_seen.size(), 500);
+}
+
+TEST_F(X11Events, MotionIsToldAtOnceAndThenOnceInAnInterval)
+{
+    ManualScheduler time;
+    X11EventMonitors monitors(time);
+    const auto monitor =
+        monitors.addGlobalMonitor(motion, [this](const InputEvent &event) { m_seen.append(event); });
+    settle(Xcb::connection());
+    m_hand.moveTo({100, 400});
+    ASSERT_TRUE(eventually([&] { return m_seen.size() == 1; }));
+    for (int step = 0; step < 10; ++step)
+        m_hand.moveTo({200 + step, 400});
+    settle(Xcb::connection());
+    test::deliverEvents();
+    EXPECT_EQ(m_seen.size(), 1);
+    time.advance(0.008);
+    EXPECT_EQ(m_seen.size(), 2);
+    time.advance(1);
+    EXPECT_EQ(m_seen.size(), 2) << "nothing has moved since";
 }
 
 TEST_F(X11Events, MotionWithAButtonHeldIsADrag)

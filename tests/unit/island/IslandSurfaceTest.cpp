@@ -170,8 +170,8 @@ TEST_F(IslandSurfaceTest, TheSmallContentComesBackShortlyAfterClosing)
 {
     viewModel.expand();
     EXPECT_FALSE(surface.isCollapsedContentVisible());
-    EXPECT_EQ(surface.subject().content, true);
     pass(1);
+    EXPECT_EQ(surface.subject().content, true);
     close();
     EXPECT_TRUE(surface.subject().key.isEmpty()) << "nothing is on stage until the reveal";
     session.advance(0.055);
@@ -209,10 +209,46 @@ TEST_F(IslandSurfaceTest, ClosingAndOpeningAgainWithinTheDelayHidesTheSmallConte
 TEST_F(IslandSurfaceTest, EachOpeningIsBuiltAfresh)
 {
     viewModel.expand();
+    pass(0.1);
     const QString first = surface.subject().key;
+    ASSERT_FALSE(first.isEmpty());
     close();
     viewModel.expand();
+    pass(0.1);
+    EXPECT_EQ(surface.subject().content, true);
     EXPECT_NE(surface.subject().key, first);
+}
+
+TEST_F(IslandSurfaceTest, AnOpeningShowsItsFirstFrameBeforeItsContentIsBuilt)
+{
+    viewModel.expand();
+    EXPECT_GT(surface.width(), 260) << "the first frame shows the shape on its way";
+    EXPECT_TRUE(surface.subject().key.isEmpty());
+    pass(0.05);
+    EXPECT_EQ(surface.subject().content, true);
+}
+
+TEST_F(IslandSurfaceTest, AnIslandClosedBeforeItsContentWasBuiltBuildsNone)
+{
+    viewModel.expand();
+    close();
+    frames.advanceBy(16);
+    frames.advanceBy(16);
+    EXPECT_TRUE(surface.subject().key.isEmpty());
+    pass(1);
+    EXPECT_EQ(surface.subject().content, false);
+}
+
+TEST_F(IslandSurfaceTest, AnOpeningThatEndsWithinOneLongFrameHasItsContent)
+{
+    settings().setReduceEffects(true);
+    viewModel.expand();
+    pass(0.05);
+    close();
+    viewModel.expand();
+    frames.advanceBy(500);
+    EXPECT_FALSE(surface.isMoving());
+    EXPECT_EQ(surface.subject().content, true);
 }
 
 TEST_F(IslandSurfaceTest, ASizeThatIsSetIsFollowedAtOnce)

@@ -16,7 +16,7 @@ namespace brindle {
 
 namespace {
 
-/// Seconds within which motion is one event: about as long as a display shows a frame at twice its rate.
+/// Seconds between two events of one motion: about as long as a display shows a frame at twice its rate.
 constexpr double motionInterval = 0.008;
 
 constexpr EventMask motionMask = eventMask(EventKind::mouseMoved, EventKind::leftMouseDragged,
@@ -200,15 +200,19 @@ bool X11EventMonitors::nativeEventFilter(const QByteArray &, void *message, qint
     return false;
 }
 
+// A pointer that sets out is told of at once; while it goes on, once in each interval.
 void X11EventMonitors::rawMotion()
 {
-    if (m_motion.isPending())
+    m_hasMovedOn = m_motion.isPending();
+    if (m_hasMovedOn)
         return;
     m_motion = m_scheduler.after(motionInterval, [this] {
-        InputEvent event;
-        event.kind = motionKind(pressedMouseButtons());
-        send(m_global, event);
+        if (m_hasMovedOn)
+            rawMotion();
     });
+    InputEvent event;
+    event.kind = motionKind(pressedMouseButtons());
+    send(m_global, event);
 }
 
 // Where the pointer is by now says little: it may have left the window that was pressed. If the press comes

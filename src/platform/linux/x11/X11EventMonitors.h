@@ -82,7 +82,9 @@ private:
     quint64 m_lastNumber = 0;
     bool m_filtersLocalEvents = false;
     Release m_lastRelease;
+    /// While it is pending, motion waits for its end.
     Delay m_motion;
+    bool m_hasMovedOn = false;
     ScrollGesture m_scroll;
     Lifetime m_lifetime;
 };
