@@ -46,7 +46,8 @@ QList<double> NotchShape::halfWidths(QSizeF size) const
     const double b = corner(size);
     QList<double> result;
     result.reserve(qsizetype(std::ceil(std::max(h, 0.0))));
-    for (double y = 0.5; y < h; ++y) {
+    for (int row = 0; row + 0.5 < h; ++row) {
+        const double y = row + 0.5;
         double half = size.width() / 2 - t;
         if (y < t) {
             const double up = t - y;

@@ -18,8 +18,10 @@ namespace {
     constexpr int numberDescriptor = 3;
     dup2(numberPipe, numberDescriptor);
     const int nothing = open("/dev/null", O_RDWR);
-    dup2(nothing, STDOUT_FILENO);
-    dup2(nothing, STDERR_FILENO);
+    if (nothing >= 0) {
+        dup2(nothing, STDOUT_FILENO);
+        dup2(nothing, STDERR_FILENO);
+    }
     execlp("Xvfb", "Xvfb", "-displayfd", "3", "-screen", "0", "1600x1000x24", "-nolisten", "tcp", "-noreset",
         static_cast<char *>(nullptr));
     _exit(127);

@@ -29,7 +29,7 @@ QImage squared(const QImage &image)
 
 QImage readImage(const QString &path)
 {
-    constexpr qsizetype longest = 8 * 1024 * 1024;
+    constexpr qsizetype longest = 8LL * 1024 * 1024;
     QByteArray bytes = Files::readAtMost(longest, path).value_or(QByteArray());
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer);

@@ -28,6 +28,7 @@ namespace brindle {
 /// the program some milliseconds.
 struct PulseLibrary
 {
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a name that is declared stands in none
 #define BRINDLE_PULSE_FIELD(name) decltype(&::pa_##name) name = nullptr;
     BRINDLE_PULSE_FUNCTIONS(BRINDLE_PULSE_FIELD)
 #undef BRINDLE_PULSE_FIELD

@@ -51,7 +51,7 @@ std::optional<Backlight> usableBacklight(const QString &classFolder)
         folders.append(classFolder + u'/' + name);
     std::ranges::stable_sort(folders, {}, rank);
     for (const QString &folder : folders) {
-        const Backlight device{folder, number(folder + QStringLiteral("/max_brightness")).value_or(0)};
+        Backlight device{folder, number(folder + QStringLiteral("/max_brightness")).value_or(0)};
         if (device.maximum > 0 && device.level())
             return device;
     }

@@ -11,6 +11,8 @@ namespace brindle {
 /// Programs that set the brightness write the file; what keys do by themselves, udev tells.
 struct SysfsBrightness::Watch
 {
+    explicit Watch(std::function<void()> devicesChanged) : devices("backlight", std::move(devicesChanged)) { }
+
     QFileSystemWatcher files;
     UdevMonitor devices;
 };
@@ -45,7 +47,7 @@ Subscription SysfsBrightness::notify(std::function<void()> changed)
 
 void SysfsBrightness::begin()
 {
-    m_watch.reset(new Watch{{}, {"backlight", [this] { findDevice(); }}});
+    m_watch = std::make_unique<Watch>([this] { findDevice(); });
     QObject::connect(&m_watch->files, &QFileSystemWatcher::fileChanged, &m_watch->files, [this] { read(); });
     QObject::connect(
         &m_watch->files, &QFileSystemWatcher::directoryChanged, &m_watch->files, [this] { findDevice(); });

@@ -97,7 +97,7 @@ void LinuxChild::abandon()
     m_launch = {};
 }
 
-void LinuxChild::kill()
+void LinuxChild::kill() const
 {
     pidfd_send_signal(m_spawned.process.number(), SIGKILL, nullptr, 0);
     reap(m_spawned.process);

@@ -26,16 +26,16 @@ public:
     /// Below 0 where there is nothing to watch.
     int descriptor(Source source) const;
     /// Hands on one piece of what has arrived; false when no more can come.
-    bool read(Source pipe);
+    bool read(Source source);
     /// Closes a pipe of which no more comes.
-    void close(Source pipe);
+    void close(Source source);
     /// Hands on what the program wrote before it ended, has it reaped, tells of the end, and lets go of the
     /// handlers.
     void finish();
     /// Tells nobody any more and lets go of the handlers. Takes what is left of it if it has ended.
     void abandon();
     /// Ends it at once, for one that cannot be watched. Waits for that.
-    void kill();
+    void kill() const;
 
 private:
     using Reader = std::function<void(QByteArray chunk)>;

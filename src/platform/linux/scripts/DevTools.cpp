@@ -16,8 +16,8 @@ namespace brindle {
 namespace {
 
 /// Addresses of pages and of their icons can be long, and tabs many.
-constexpr qsizetype longestList = 8 * 1024 * 1024;
-constexpr qsizetype longestAnswer = 256 * 1024;
+constexpr qsizetype longestList = 8LL * 1024 * 1024;
+constexpr qsizetype longestAnswer = 256LL * 1024;
 
 /// The path of a tab's socket, if that is at the very port that was asked.
 std::optional<QByteArray> socketPath(const QString &url, quint16 port)
@@ -71,7 +71,7 @@ std::optional<QList<QByteArray>> DevTools::tabs(const Deadline &deadline) const
     if (!targets)
         return std::nullopt;
     QList<QByteArray> paths;
-    for (const QJsonValue &value : *targets) {
+    for (const auto &value : *targets) {
         const QJsonObject target = value.toObject();
         const QString url = target.value(QStringLiteral("webSocketDebuggerUrl")).toString();
         const auto path = target.value(QStringLiteral("type")) == QStringLiteral("page")

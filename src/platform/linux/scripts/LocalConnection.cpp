@@ -21,7 +21,7 @@ std::optional<LocalConnection> LocalConnection::open(quint16 port, const Deadlin
     address.sin_family = AF_INET;
     address.sin_port = htons(port);
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const auto *const generic = static_cast<const sockaddr *>(static_cast<const void *>(&address));
+    const auto *const generic = reinterpret_cast<const sockaddr *>(&address);
     if (::connect(socket, generic, sizeof address) == 0)
         return connection;
     int error = errno;
@@ -65,7 +65,7 @@ bool LocalConnection::send(QByteArray bytes)
         const auto sent = ::send(m_socket, bytes.constData(), size_t(bytes.size()), MSG_NOSIGNAL);
         if (sent > 0)
             bytes.remove(0, sent);
-        else if (errno != EAGAIN && errno != EINTR)
+        else if (sent < 0 && errno != EAGAIN && errno != EINTR)
             return false;
     }
     return true;
@@ -92,7 +92,7 @@ std::optional<QByteArray> LocalConnection::read(qsizetype size)
         if (!receive())
             return std::nullopt;
     }
-    const QByteArray bytes = m_received.first(size);
+    QByteArray bytes = m_received.first(size);
     m_received.remove(0, size);
     return bytes;
 }

@@ -14,7 +14,7 @@ public:
     static std::optional<WebSocketMessages> open(
         quint16 port, const QByteArray &path, const Deadline &deadline);
 
-    bool send(const QByteArray &text);
+    bool send(const QByteArray &message);
     /// The next message; absent when there is none in time, it is longer than `limit` bytes, or the other
     /// side does anything that it must not.
     std::optional<QByteArray> receive(qsizetype limit);
