@@ -28,6 +28,9 @@ BANS = (
     Ban(r"\bstd::chrono::\w*clock\b|\bQElapsedTimer\b|\bQ(DateTime|Date|Time)::current\w+|\bgettimeofday\b|\bclock_gettime\b",
         CODE, "ask the Scheduler for wall time and uptime, so that a test can say what time it is",
         but=("src/foundation/*",)),
+    Ban(r"\bstd::chrono::\w*clock\b|\bQElapsedTimer\b|\bgettimeofday\b|\bclock_gettime\b",
+        TESTS, "no test measures time, which depends on the machine's load: let `./dev bench` do it",
+        but=("tests/fuzz/Driver.cpp",)),  # how long a run goes on that was asked to be long
     Ban(r"#\s*(if|ifdef|ifndef|elif)\b.*\b(Q_OS_\w+|__linux__|__APPLE__|_WIN32)\b",
         CODE, "what a machine lacks is a null object behind a port, chosen in src/app",
         but=("src/platform/*", "src/app/*")),

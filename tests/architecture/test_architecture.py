@@ -138,6 +138,7 @@ class Bans(Sample):
         ("src/media/A.cpp", "QThread::m" "sleep(10);"),
         ("src/media/A.cpp", "auto now = std::chrono::steady_" "clock::now();"),
         ("src/media/A.cpp", "QDateTime::" "currentDateTimeUtc()"),
+        ("tests/unit/A.cpp", "QElapsed" "Timer since;"),
         ("src/media/A.h", "QElapsed" "Timer m_since;"),
         ("src/media/A.h", "#if defined(Q_" "OS_LINUX)"),
         ("src/media/A.h", "#ifdef __linux" "__"),
