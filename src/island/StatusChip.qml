@@ -6,15 +6,17 @@ import Brindle.Ui
 import Brindle.Island
 
 // The current event, small, in the open island's status bar.
-Item {
+LevelReadout {
     id: root
 
     required property IslandPresenter island
     required property var activity
 
     Accessible.role: root.activity.hasProgress ? Accessible.ProgressBar : Accessible.StaticText
-    Accessible.name: root.activity.accessibleName
-    Accessible.description: root.activity.accessibleValue
+    label: root.activity.accessibleName
+    hasLevel: root.activity.hasProgress
+    level: root.activity.progress
+    reading: root.activity.accessibleValue
 
     Row {
         height: parent.height

@@ -39,8 +39,36 @@ TEST_F(ViewsTest, ALevelIsReadOutWithItsValue)
     QAccessibleInterface *level = named(QStringLiteral("Sound"));
     ASSERT_NE(level, nullptr);
     EXPECT_EQ(level->role(), QAccessible::ProgressBar);
-    EXPECT_EQ(level->text(QAccessible::Description), QStringLiteral("50 percent"));
+    EXPECT_EQ(level->text(QAccessible::Value), QStringLiteral("50 percent"));
+    ASSERT_NE(level->valueInterface(), nullptr);
+    EXPECT_EQ(level->valueInterface()->currentValue(), 50);
+    EXPECT_EQ(level->valueInterface()->minimumValue(), 0);
+    EXPECT_EQ(level->valueInterface()->maximumValue(), 100);
     EXPECT_EQ(level->childCount(), 0) << "the row is one thing";
+}
+
+TEST_F(ViewsTest, ALevelHasItsPlaceAmongTheIslandsElements)
+{
+    scene.show(soundOf(scene, 0.5));
+    scene.settle();
+    QAccessibleInterface *level = named(QStringLiteral("Sound"));
+    ASSERT_NE(level, nullptr);
+    ASSERT_NE(level->parent(), nullptr);
+    EXPECT_GE(level->parent()->indexOfChild(level), 0);
+    EXPECT_EQ(level->rect().height(), 38);
+    EXPECT_TRUE(named(QStringLiteral("Velmora"))->rect().contains(level->rect()));
+}
+
+TEST_F(ViewsTest, AnEventWithoutALevelIsReadOutAsText)
+{
+    SystemActivity event = soundOf(scene, 0);
+    event.content.progress.reset();
+    scene.show(event);
+    scene.settle();
+    QAccessibleInterface *text = named(QStringLiteral("Sound"));
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(text->role(), QAccessible::StaticText);
+    EXPECT_EQ(text->valueInterface(), nullptr);
 }
 
 TEST_F(ViewsTest, TheWaveformSaysWhetherAudioPlays)

@@ -18,7 +18,7 @@ class LevelTest(SystemTest):
         """The level that a screen reader finds, in its words; None while none is shown."""
         tree = self.program.tree()
         bar = tree and tree.find(role="progress bar")
-        return bar and f"{bar.name}, {bar.description}"
+        return bar and f"{bar.name}, {bar.value:g} percent"
 
     def shows(self, level, seconds=10.0):
         wait_until(lambda: self.level() == level, f"the island to show '{level}'", seconds)
@@ -60,6 +60,17 @@ class Sound(SoundTest):
         self.sound.set_volume("100%")
         self.shows("Sound, 100 percent")
         self.rests()
+
+    def test_a_screen_reader_is_told_of_each_value(self):
+        self.session.reader.follow()
+        self.sound.set_volume("33%")
+        self.shows("Sound, 33 percent")
+        self.sound.set_volume("41%")
+
+        def told():
+            node = self.session.reader.changed(self.program.pid)
+            return node and (node.role, node.name, node.value) == ("progress bar", "Sound", 41)
+        wait_until(told, "the level to tell of its change")
 
     def test_muting_alone_shows(self):
         self.sound.mute(True)

@@ -42,7 +42,7 @@ class Toggle(SystemTest):
         self.assertEqual(self.program.process.wait(), 0)
 
     def open_menu(self):
-        self.session.reader.follow_focus()
+        self.session.reader.follow()
         icon = wait_until(self.icon, "the status icon in the tray")
         x, y, width, height = self.screen.place(icon)
         self.pointer.click(x + width // 2, y + height // 2, button=3)

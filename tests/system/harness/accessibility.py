@@ -76,13 +76,18 @@ class ScreenReader:
         if not self._ask(process=process, press=[node.role, node.name], action=action):
             raise AssertionError(f"{node} does not do '{action}'")
 
-    def follow_focus(self):
-        """From here on it listens to who gets the keyboard."""
+    def follow(self):
+        """From here on it listens to who gets the keyboard, and to whose value changes."""
         self._ask(follow=True)
 
     def focused(self, process):
         """The element of a program that got the keyboard last since then, popups included; None without one."""
         answer = self._ask(focus=process)
+        return Node(answer) if answer else None
+
+    def changed(self, process):
+        """The element of a program that told of another value last since then; None without one."""
+        answer = self._ask(changed=process)
         return Node(answer) if answer else None
 
     def end(self):

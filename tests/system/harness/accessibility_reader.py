@@ -10,6 +10,7 @@ import pyatspi
 from gi.repository import GLib
 
 focused = []  # elements that have told of getting the keyboard, the latest last
+changed = []  # and of another value
 
 
 def application(process):
@@ -63,27 +64,31 @@ def describe(node):
     }
 
 
-def follow_focus():
-    def note(event):
+def follow():
+    def note_focus(event):
         if event.detail1:
             focused.append(event.source)
-    pyatspi.Registry.registerEventListener(note, "object:state-changed:focused")
+    pyatspi.Registry.registerEventListener(note_focus, "object:state-changed:focused")
+    pyatspi.Registry.registerEventListener(lambda event: changed.append(event.source),
+                                           "object:property-change:accessible-value")
     return True
 
 
-def latest_focus(process):
-    """What got the keyboard last in a program; also in a popup, which is in no tree."""
+def latest(told, process):
+    """The last element of a program that told; also in a popup, which is in no tree."""
     while GLib.MainContext.default().iteration(False):
         pass
-    latest = next((node for node in reversed(focused) if node.get_process_id() == process), None)
-    return describe(latest) if latest else None
+    node = next((node for node in reversed(told) if node.get_process_id() == process), None)
+    return describe(node) if node else None
 
 
 def answer(request):
     if "follow" in request:
-        return follow_focus()
+        return follow()
     if "focus" in request:
-        return latest_focus(request["focus"])
+        return latest(focused, request["focus"])
+    if "changed" in request:
+        return latest(changed, request["changed"])
     node = application(request["process"])
     if node is None:
         return None
@@ -98,7 +103,7 @@ def answer(request):
 for line in sys.stdin:
     try:
         result = answer(json.loads(line))
-    except Exception as changed:  # the tree may change while it is read; the caller asks again
+    except Exception as gone:  # the tree may change while it is read; the caller asks again
         result = None
-        print(f"{type(changed).__name__}: {changed}", file=sys.stderr, flush=True)
+        print(f"{type(gone).__name__}: {gone}", file=sys.stderr, flush=True)
     print(json.dumps(result), flush=True)
