@@ -33,6 +33,8 @@ if(BRINDLE_SANITIZE)
   target_compile_options(brindle_options INTERFACE
     -fsanitize=${BRINDLE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(brindle_options INTERFACE -fsanitize=${BRINDLE_SANITIZE})
+  target_sources(brindle_options INTERFACE
+    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${CMAKE_SOURCE_DIR}/cmake/SanitizerOptions.cpp>)
   # GCC guesses at these from optimised code, and wrongly from instrumented code; the release build keeps them.
   list(APPEND BRINDLE_WARNINGS -Wno-maybe-uninitialized -Wno-null-dereference)
 endif()

@@ -34,27 +34,27 @@ endfunction()
 # brindle_test(NAME LABEL unit SOURCES … LINKS …): a GoogleTest binary; each case is one entry of ctest. Sanitized
 # entries have a prefix, so that one run over several build folders tells them apart.
 function(brindle_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "SOURCES;LINKS;ENVIRONMENT")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT;ENVIRONMENT" "SOURCES;LINKS")
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE brindle_test_support ${arg_LINKS})
   _brindle_common(${name})
-  brindle_test_again(${name} LABEL ${arg_LABEL} TIMEOUT "${arg_TIMEOUT}" ENVIRONMENT ${arg_ENVIRONMENT})
+  brindle_test_again(${name} LABEL ${arg_LABEL} TIMEOUT "${arg_TIMEOUT}" ENVIRONMENT "${arg_ENVIRONMENT}")
 endfunction()
 
-# brindle_test_again(NAME LABEL unit PREFIX "2x: " FILTER "Suite.*" ENVIRONMENT …): the same binary, or some of its
-# cases, in other surroundings.
+# brindle_test_again(NAME LABEL unit PREFIX "2x: " FILTER "Suite.*" ENVIRONMENT NAME=VALUE): the same binary, or some of
+# its cases, in other surroundings. One variable only: gtest_discover_tests loses those after the first.
 function(brindle_test_again name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT;PREFIX;FILTER" "ENVIRONMENT")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT;PREFIX;FILTER;ENVIRONMENT" "")
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 60)
   endif()
   if(BRINDLE_SANITIZE)
     string(PREPEND arg_PREFIX "sanitized:")
-    # Qt's own locks are invisible to the thread sanitizer, so it watches the code that was built for it. After Qt has
-    # started a process, which shares memory with its child for a moment, it takes the parent for a fork's child.
-    list(APPEND arg_ENVIRONMENT TSAN_OPTIONS=ignore_noninstrumented_modules=1:die_after_fork=0
-      ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1 UBSAN_OPTIONS=print_stacktrace=1)
+  endif()
+  set(environment "")
+  if(arg_ENVIRONMENT)
+    set(environment ENVIRONMENT "${arg_ENVIRONMENT}")
   endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${arg_PREFIX}" TEST_FILTER "${arg_FILTER}"
-    PROPERTIES LABELS ${arg_LABEL} TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${arg_ENVIRONMENT}")
+    PROPERTIES LABELS ${arg_LABEL} TIMEOUT ${arg_TIMEOUT} ${environment})
 endfunction()
