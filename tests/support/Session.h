@@ -57,7 +57,7 @@ struct Session
     }
 
     void toggleIsland() { platform.notificationCenter.post(toggleIslandNotification); }
-    FakePanelWindow &panel() { return *platform.panel; }
+    FakePanelWindow &panel() const { return *platform.panel; }
 
     static InputEvent eventOf(EventKind kind)
     {
