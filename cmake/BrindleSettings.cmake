@@ -36,5 +36,7 @@ if(BRINDLE_SANITIZE)
   target_sources(brindle_options INTERFACE
     $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${CMAKE_SOURCE_DIR}/cmake/SanitizerOptions.cpp>)
   # GCC guesses at these from optimised code, and wrongly from instrumented code; the release build keeps them.
-  list(APPEND BRINDLE_WARNINGS -Wno-maybe-uninitialized -Wno-null-dereference)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    list(APPEND BRINDLE_WARNINGS -Wno-maybe-uninitialized -Wno-null-dereference)
+  endif()
 endif()

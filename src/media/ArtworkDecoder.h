@@ -11,15 +11,13 @@ namespace brindle {
 /// What became of a picture that came as text.
 struct Artwork
 {
-    /// Absent when the bytes are no picture, or one that is too large to decode.
+    /// Absent when the bytes are no picture that can be shown.
     std::optional<QImage> image;
     /// A hash of the picture's bytes; absent when there were none.
     std::optional<quint64> fingerprint;
 };
 
-/// Decodes strict Base64, and a picture from its bytes, whatever they hold. Nothing of it is safe to trust: a
-/// picture of more than 32 million pixels is left out, and so is a drawing, which could refer to files. What
-/// is longer than 1024 pixels is scaled down to that. Any thread; may take long.
+/// Decodes strict Base64, and the picture in it as `ArtworkDecoding` does. Any thread; may take long.
 Artwork decodeArtwork(const QByteArray &base64);
 
 /// Decodes pictures and remembers the last one, since sources repeat theirs. One thread at a time.

@@ -12,7 +12,8 @@ public:
     /// Pixels: larger pictures are made to fit a square of this side, which suits every display.
     static constexpr int largestSide = 1024;
 
-    /// Null for what is no photographic picture, is damaged, or would need too much memory. Any thread.
+    /// Null for what is no photographic picture, is damaged, or has more than 32 million pixels. Any thread;
+    /// may take long.
     static QImage picture(const QByteArray &file);
 };
 

@@ -270,6 +270,13 @@ TEST(ArtworkDecoding, MakesLargePicturesFit)
     EXPECT_EQ(line.size(), QSize(1, 1024));
 }
 
+TEST(ArtworkDecoding, MakesAPictureFitThatAnnouncesASmallerOne)
+{
+    // The canvas is 49153 by 2 pixels, its only frame 2 by 2.
+    const QByteArray file = QByteArray::fromBase64("R0lGODlhAcACAIAAAP8AAAAA/ywAAAAAAgACAAACAkQKADs=");
+    EXPECT_EQ(ArtworkDecoding::picture(file).size(), QSize(1024, 1));
+}
+
 TEST(ArtworkDecoding, RefusesWhatIsDamagedHugeOrADrawing)
 {
     EXPECT_TRUE(ArtworkDecoding::picture({}).isNull());
