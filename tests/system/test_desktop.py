@@ -33,6 +33,54 @@ class Screen(SystemTest):
         wait_until(self.island.is_open, "the island to open")
 
 
+class TwoDisplays(SystemTest):
+    """A second display, 1024 wide, to the right of the first of 1280."""
+
+    DESKTOP = {"touchpad": True}
+    STARTED = False
+    FIRST, SECOND = (170, 8, 940, 300), (1280 + 42, 8, 940, 300)
+
+    def setUp(self):
+        super().setUp()
+        self.plug_in()
+        self.addCleanup(self.unplug)
+
+    def plug_in(self):
+        self.screen.plug_in(self.session.environment)
+
+    def unplug(self):
+        self.screen.unplug(self.session.environment)
+
+    def start(self, **preferences):
+        self.program.prefer(**preferences)
+        self.program.start()
+
+    def stands(self, place):
+        wait_until(lambda: self.island.place == place, f"the island at {place}")
+        wait_until(self.island.is_closed, "the island to be drawn there")
+
+    def test_an_island_that_is_to_choose_stays_on_the_main_display(self):
+        self.start()
+        self.stands(self.FIRST)
+        self.unplug()
+        self.plug_in()
+        self.stands(self.FIRST)
+
+    def test_the_island_stands_on_the_display_that_was_chosen_and_opens_there(self):
+        self.start(selectedDisplayName=self.screen.SECOND_DISPLAY)
+        self.stands(self.SECOND)
+        self.pointer.move(*self.island.centre)
+        wait_until(self.island.is_open, "the island to open")
+
+    def test_an_island_whose_display_goes_comes_to_another_and_returns_with_it(self):
+        self.start(selectedDisplayName=self.screen.SECOND_DISPLAY)
+        self.stands(self.SECOND)
+        self.unplug()
+        self.stands(self.FIRST)
+        self.plug_in()
+        self.stands(self.SECOND)
+
+
 class Scaled(SystemTest):
     """Two pixels for a point."""
 

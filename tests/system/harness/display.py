@@ -18,7 +18,10 @@ INPUTTEST = "/usr/lib/xorg/modules/input/inputtest_drv.so"
 
 
 class XServer:
-    """An X server that chose its own number. `touchpad`: one with a device that scrolls in fractions of a notch."""
+    """An X server that chose its own number. `touchpad`: one with a device that scrolls in fractions of a notch, and
+    with room for a second display."""
+
+    SECOND_DISPLAY = "DUMMY1"
 
     def __init__(self, folder, environment, size=(1280, 800), touchpad=False):
         self.size = size
@@ -118,16 +121,24 @@ class XServer:
 
     def resize(self, width, height, environment):
         """Another resolution, as when a person chooses one in the settings of the display."""
-        environment = dict(environment, DISPLAY=self.name)
         mode = f"{width}x{height}"
         horizontal, vertical = (width, width + 8, width + 16, width + 32), (height, height + 3, height + 6, height + 12)
         clock = horizontal[3] * vertical[3] * 60 / 1e6
+        self._xrandr(environment, "--newmode", mode, f"{clock:.2f}", *horizontal, *vertical, needed=False)
+        self._xrandr(environment, "--addmode", "screen", mode, needed=False)
+        self._xrandr(environment, "--output", "screen", "--mode", mode)
 
-        def xrandr(*arguments, needed=True):
-            subprocess.run(["xrandr", *map(str, arguments)], env=environment, check=needed, capture_output=True)
-        xrandr("--newmode", mode, f"{clock:.2f}", *horizontal, *vertical, needed=False)
-        xrandr("--addmode", "screen", mode, needed=False)
-        xrandr("--output", "screen", "--mode", mode)
+    def plug_in(self, environment):
+        """A second display to the right of the first, 1024 by 768."""
+        self._xrandr(environment, "--addmode", self.SECOND_DISPLAY, "1024x768", needed=False)
+        self._xrandr(environment, "--output", self.SECOND_DISPLAY, "--mode", "1024x768", "--right-of", "DUMMY0")
+
+    def unplug(self, environment):
+        self._xrandr(environment, "--output", self.SECOND_DISPLAY, "--off")
+
+    def _xrandr(self, environment, *arguments, needed=True):
+        subprocess.run(["xrandr", *map(str, arguments)], env=environment | {"DISPLAY": self.name}, check=needed,
+                       capture_output=True)
 
     def end(self):
         if self.touchpad:
