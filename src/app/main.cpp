@@ -8,10 +8,13 @@
 #include "island/IslandPanelController.h"
 #include "media/MediaProvider.h"
 #include "platform/linux/dbus/SingleInstance.h"
+#include "platform/linux/x11/XcbConnection.h"
 
 #include <QApplication>
 #include <QFileInfo>
 #include <QLoggingCategory>
+
+#include <cstdio>
 
 namespace {
 
@@ -20,6 +23,12 @@ void chooseWindowSystem()
 {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+/// Without a display Qt ends the program as one that has crashed. Arguments may choose another display.
+bool lacksDisplay(int argc)
+{
+    return argc == 1 && qgetenv("QT_QPA_PLATFORM") == "xcb" && !brindle::Xcb::serverAnswers();
 }
 
 /// Where the session has no bus, the client libraries would start one of their own, which nobody else is on.
@@ -60,6 +69,10 @@ int main(int argc, char **argv)
     using namespace brindle;
 
     chooseWindowSystem();
+    if (lacksDisplay(argc)) {
+        std::fputs("velmora: no display here to show the island on\n", stderr);
+        return 1;
+    }
     refuseToStartBuses();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Velmora"));

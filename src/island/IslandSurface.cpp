@@ -241,7 +241,10 @@ void IslandSurface::tick(double seconds)
     if (!isMoving())
         m_ticker.rest();
     Q_EMIT shapeChanged();
-    if (m_ticksToContent > 0 && (--m_ticksToContent == 0 || !isMoving()))
+    if (m_ticksToContent == 0)
+        return;
+    --m_ticksToContent;
+    if (m_ticksToContent == 0 || !isMoving())
         showExpandedContent();
 }
 

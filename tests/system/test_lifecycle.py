@@ -3,7 +3,8 @@
 import unittest
 
 from harness.case import SystemTest
-from harness.processes import holds, wait_until
+from harness.display import XServer
+from harness.processes import command_line, holds, wait_until
 from harness.session import Program
 
 BUS_NAME = "com.brindle.app"
@@ -146,6 +147,23 @@ class LoginItem(SystemTest):
         entry.unlink()
         self.program.start()
         holds(lambda: not self.entries(), "no autostart entry", 1.0)
+
+
+class NoDisplay(SystemTest):
+    STARTED = False
+
+    def test_a_start_without_a_display_says_so_and_ends(self):
+        self.program.launch(DISPLAY=":4321")
+        self.assertEqual(self.program.process.wait(), 1)
+        self.assertTrue(self.program.process.output.endswith("velmora: no display here to show the island on\n"))
+
+    def test_a_program_whose_display_goes_ends_and_takes_the_adapter_along(self):
+        display = self.keep(XServer(self.session.folder, self.session.environment))
+        self.program.launch(DISPLAY=display.name)
+        adapters = wait_until(self.program.adapters, "the adapter to run")
+        display.kill()
+        self.assertEqual(self.program.process.wait(), 1)
+        wait_until(lambda: not any(map(command_line, adapters)), "the adapter to end")
 
 
 class Ends(SystemTest):

@@ -142,16 +142,10 @@ class WithoutAdapter(MediaTest):
         self.keep(DebuggedChromium(self.session.folder, self.program.environment, self.sound, "A page - YouTube"))
         self.open()
         self.shows("A page - YouTube, Unknown artist", "Playing in Chromium Web Browser", 30)
-        os.kill(self.adapter(), signal.SIGKILL)
+        adapter, = self.program.adapters()
+        os.kill(adapter, signal.SIGKILL)
         # The debugging port tells the page's address, and the title without the site's name.
         self.shows("A page, 127.0.0.1", "Playing in Chromium", 2 * POLL + LEEWAY)
-
-    def adapter(self):
-        """The process that the program reads what plays from."""
-        children = Path(f"/proc/{self.program.pid}/task/{self.program.pid}/children").read_text().split()
-        streams = [int(child) for child in children if b"stream" in Path(f"/proc/{child}/cmdline").read_bytes()]
-        self.assertEqual(len(streams), 1)
-        return streams[0]
 
 
 class Volume(MediaTest):

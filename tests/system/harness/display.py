@@ -6,8 +6,10 @@ import struct
 import subprocess
 import time
 import zlib
+from contextlib import suppress
 
 from Xlib import X, XK, Xatom, display
+from Xlib.error import ConnectionClosedError
 from Xlib.ext import shape, xtest
 from Xlib.protocol import event
 
@@ -140,10 +142,15 @@ class XServer:
         subprocess.run(["xrandr", *map(str, arguments)], env=environment | {"DISPLAY": self.name}, check=needed,
                        capture_output=True)
 
+    def kill(self):
+        """Takes the display away from all who use it."""
+        self._server.kill()
+
     def end(self):
         if self.touchpad:
             self.touchpad.end()
-        self.connection.close()
+        with suppress(ConnectionClosedError):
+            self.connection.close()
         self._server.end()
 
 

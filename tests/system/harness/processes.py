@@ -5,6 +5,7 @@ import os
 import signal
 import subprocess
 import time
+from pathlib import Path
 
 _libc = ctypes.CDLL(None)
 _PR_SET_PDEATHSIG = 1
@@ -33,6 +34,14 @@ def holds(condition, what, seconds):
         if not condition():
             raise AssertionError(f"did not last {seconds:g} s: {what}")
         time.sleep(0.01)
+
+
+def command_line(pid):
+    """Of a process that runs; empty of one that does not."""
+    try:
+        return Path(f"/proc/{pid}/cmdline").read_bytes()
+    except OSError:
+        return b""
 
 
 class Child:

@@ -9,7 +9,7 @@ from pathlib import Path
 from .accessibility import ScreenReader
 from .buses import AccessibilityBus, Bluetooth, Bus, Power
 from .display import XServer
-from .processes import Child, wait_until
+from .processes import Child, command_line, wait_until
 
 PANEL = (940, 300)
 
@@ -165,6 +165,11 @@ class Program:
         """Where a person would click on an element."""
         x, y, width, height = self.session.reader.wait_for_rest(self.pid, name, role).place
         return x + width // 2, y + height // 2
+
+    def adapters(self):
+        """The processes that it reads what plays from."""
+        children = Path(f"/proc/{self.pid}/task/{self.pid}/children").read_text().split()
+        return [int(child) for child in children if b"stream" in command_line(child)]
 
     def action(self, name):
         """What a desktop's own shortcut does."""

@@ -25,6 +25,14 @@ xcb_atom_t atom(const char *name)
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
+bool serverAnswers()
+{
+    xcb_connection_t *attempt = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(attempt) == 0;
+    xcb_disconnect(attempt);
+    return answers;
+}
+
 bool hasExtension(const char *name)
 {
     if (!connection())

@@ -16,6 +16,8 @@ template <typename Reply> using XcbReply = std::unique_ptr<Reply, FreeReply>;
 
 /// The application's connection to the X server, as the X11 parts share it. Main thread.
 namespace Xcb {
+/// Whether there is an X server to connect to, which is known before there is an application.
+bool serverAnswers();
 /// Null when the program does not run on X11.
 xcb_connection_t *connection();
 /// None when the connection is gone.
