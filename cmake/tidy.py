@@ -11,6 +11,7 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[1]
+CONFIGURATIONS = (ROOT / ".clang-tidy", ROOT / "tests" / ".clang-tidy")
 ROOMS = tuple(f"{ROOT / room}/" for room in ("src", "tests", "bench", "adapter"))
 
 
@@ -33,7 +34,7 @@ def main(build):
     stale = []
     for source, files in sources(build).items():
         stamp = build / "tidy" / os.path.relpath(source, ROOT)
-        newest = max(os.stat(file).st_mtime_ns for file in (ROOT / ".clang-tidy", *files) if os.path.exists(file))
+        newest = max(os.stat(file).st_mtime_ns for file in (*CONFIGURATIONS, *files) if os.path.exists(file))
         if not stamp.exists() or stamp.stat().st_mtime_ns < newest:
             stale.append((source, stamp))
 

@@ -49,7 +49,7 @@ public:
     FakePanelWindow &panel() { return m_panel; }
     QQuickWindow &window() { return m_window; }
     QQuickRenderControl &control() { return m_control; }
-    SettingsStore &settings() { return session.container.settings(); }
+    SettingsStore &settings() const { return session.container.settings(); }
 
     /// Lets time pass, with frames as they would come.
     void pass(double seconds);

@@ -38,7 +38,7 @@ class IslandDragTest : public testing::Test
 {
 protected:
     void advance(double seconds) { session.advance(seconds); }
-    SettingsStore &settings() { return session.container.settings(); }
+    SettingsStore &settings() const { return session.container.settings(); }
 
     // Two zones side by side, each 100 points wide, with a gap of 20 between them.
     void layOutZones()

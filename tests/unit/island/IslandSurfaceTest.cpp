@@ -25,7 +25,7 @@ SystemActivity event(const Session &session, double duration = 4)
 class IslandSurfaceTest : public testing::Test
 {
 protected:
-    SettingsStore &settings() { return session.container.settings(); }
+    SettingsStore &settings() const { return session.container.settings(); }
     void pass(double seconds)
     {
         for (int left = int(seconds * 1000 + 0.5); left > 0; left -= 10) {

@@ -13,7 +13,7 @@ class IslandViewModelTest : public testing::Test
 {
 protected:
     void advance(double seconds) { session.advance(seconds); }
-    SettingsStore &settings() { return session.container.settings(); }
+    SettingsStore &settings() const { return session.container.settings(); }
 
     void enterAndOpen()
     {

@@ -29,8 +29,8 @@ protected:
     }
 
     IslandViewModel &island() { return controller->viewModel(); }
-    SettingsStore &settings() { return session.container.settings(); }
-    FakePanelWindow &window() { return session.panel(); }
+    SettingsStore &settings() const { return session.container.settings(); }
+    FakePanelWindow &window() const { return session.panel(); }
 
     // A point in the middle of the closed island, and one of the open island only.
     QPointF inside() const { return {756, 981}; }

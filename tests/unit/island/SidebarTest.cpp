@@ -43,7 +43,7 @@ protected:
         sidebar.setBounds(bounds);
     }
 
-    SettingsStore &settings() { return session.container.settings(); }
+    SettingsStore &settings() const { return session.container.settings(); }
     double accumulated() const { return sidebar.scrollMonitor()->accumulatedDelta(); }
 
     Session session;
