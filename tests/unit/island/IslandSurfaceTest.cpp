@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace brindle {
 namespace {
 
@@ -28,7 +30,7 @@ protected:
     SettingsStore &settings() const { return session.container.settings(); }
     void pass(double seconds)
     {
-        for (int left = int(seconds * 1000 + 0.5); left > 0; left -= 10) {
+        for (auto left = std::lround(seconds * 1000); left > 0; left -= 10) {
             session.advance(0.01);
             frames.advanceBy(10);
         }

@@ -89,7 +89,7 @@ void MediaModel::take(const QList<NowPlayingTrack> &reports)
     const double now = wallClock;
     for (NowPlayingTrack track : reports) {
         const QString name = sourceOf(track);
-        const bool wasKnown = m_known.count(name) != 0;
+        const bool wasKnown = m_known.contains(name);
 
         if (!track.sourceIcon && track.sourceBundleIdentifier) {
             const auto application = installed.find(*track.sourceBundleIdentifier);

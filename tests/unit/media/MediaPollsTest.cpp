@@ -9,8 +9,6 @@
 namespace brindle {
 namespace {
 
-using testing::IsEmpty;
-
 class MediaPolls : public SystemMedia
 {
 protected:

@@ -14,7 +14,6 @@
 namespace brindle {
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
