@@ -16,8 +16,8 @@
 #include <unistd.h>
 
 // There only in a sanitized build: called before the sanitizer ends the program.
-extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(
-    void (*callback)()); // NOLINT(*-reserved-identifier)
+// NOLINTNEXTLINE(*-reserved-identifier)
+extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
 
 namespace {
 

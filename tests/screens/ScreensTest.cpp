@@ -44,7 +44,7 @@ protected:
         const QString drawnPath = QDir(QStringLiteral(BRINDLE_DRAWN_DIR)).filePath(name);
         const QImage drawn = pictureOf(GetParam(), scale);
         const QImage kept(keptPath);
-        const qint64 allowed = 40 * scale * scale;
+        const qint64 allowed = qint64(40) * scale * scale;
         if (kept.size() == drawn.size() && differingPixels(kept, drawn) <= allowed)
             return;
         QDir().mkpath(QStringLiteral(BRINDLE_DRAWN_DIR));

@@ -79,7 +79,7 @@ void ScriptedPlayer::behave(Behaviour behaviour)
 
 void ScriptedPlayer::change(const QVariantMap &changed)
 {
-    setPosition(position().toLongLong() / microseconds);
+    setPosition(position().toDouble() / microseconds);
     properties.insert(changed);
     tell(changed);
 }

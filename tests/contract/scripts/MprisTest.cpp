@@ -12,7 +12,6 @@ namespace {
 using namespace Qt::StringLiterals;
 using PlayerScripts::spotify;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using enum ScriptOutcome::Status;
 
 const QString spotifyService = u"org.mpris.MediaPlayer2.spotify"_s;
