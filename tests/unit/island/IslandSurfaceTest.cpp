@@ -6,9 +6,8 @@
 #include "support/ManualFrames.h"
 #include "support/Session.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 
 namespace brindle {
 namespace {
