@@ -4,8 +4,6 @@
 #include "platform/AccessibilitySettings.h"
 #include "platform/Platform.h"
 
-#include <utility>
-
 namespace brindle {
 
 IslandPresenter::IslandPresenter(IslandViewModel &viewModel, QObject *parent)
@@ -36,12 +34,6 @@ Motion IslandPresenter::selectionMotion() const
 bool IslandPresenter::reducesMotion() const
 {
     return m_viewModel.container().platform().accessibilitySettings().reduceMotion();
-}
-
-void IslandPresenter::setOnScreen()
-{
-    if (!std::exchange(m_isOnScreen, true))
-        Q_EMIT isOnScreenChanged();
 }
 
 void IslandPresenter::tapped()

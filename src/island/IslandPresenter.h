@@ -28,8 +28,6 @@ class IslandPresenter : public QObject
     Q_PROPERTY(brindle::StatusBar *statusBar READ statusBar CONSTANT)
     Q_PROPERTY(brindle::MediaPresenter *media READ media CONSTANT)
     Q_PROPERTY(brindle::Clock *clock READ clock CONSTANT)
-    /// Whether the panel has drawn its shape; what stands in it is built from then on.
-    Q_PROPERTY(bool isOnScreen READ isOnScreen NOTIFY isOnScreenChanged)
     /// How the last change of tab is to be shown.
     Q_PROPERTY(brindle::Motion selectionMotion READ selectionMotion NOTIFY selectionMotionChanged)
     Q_PROPERTY(int selectedTab READ selectedTab NOTIFY selectedTabChanged)
@@ -46,9 +44,6 @@ public:
     StatusBar *statusBar() { return &m_statusBar; }
     MediaPresenter *media() { return &m_media; }
     Clock *clock() { return &m_clock; }
-    bool isOnScreen() const { return m_isOnScreen; }
-    /// Tells that the panel has drawn for the first time.
-    void setOnScreen();
     Motion selectionMotion() const;
     int selectedTab() const { return int(m_viewModel.selectedTab()); }
     bool reducesMotion() const;
@@ -61,7 +56,6 @@ Q_SIGNALS:
     void selectionMotionChanged();
     void selectedTabChanged();
     void reducesMotionChanged();
-    void isOnScreenChanged();
 
 private:
     IslandViewModel &m_viewModel;
@@ -72,7 +66,6 @@ private:
     StatusBar m_statusBar;
     MediaPresenter m_media;
     Clock m_clock;
-    bool m_isOnScreen = false;
 };
 
 } // namespace brindle

@@ -20,19 +20,12 @@ Item {
         Accessible.description: root.surface.isExpanded ? "" : "Opens the island"
         Accessible.onPressAction: root.island.tapped()
 
-        TapHandler {
-            gesturePolicy: TapHandler.ReleaseWithinBounds
-            onTapped: root.island.tapped()
-        }
+        onTapped: root.island.tapped()
     }
 
-    // What stands in the shape is built when the shape is on the screen, so that nobody waits for it.
-    Loader {
+    IslandBody {
         anchors.fill: parent
-        active: root.island.isOnScreen
-        Component.onCompleted: setSource("IslandBody.qml", {
-            "island": root.island
-        })
+        island: root.island
     }
 
     IslandFileDropDelegate {

@@ -12,6 +12,7 @@ namespace brindle {
 NotchShapeItem::NotchShapeItem(QQuickItem *parent) : QQuickPaintedItem(parent)
 {
     setAntialiasing(true);
+    setAcceptedMouseButtons(Qt::LeftButton);
 }
 
 void NotchShapeItem::setSurface(IslandSurface *surface)
@@ -57,6 +58,17 @@ void NotchShapeItem::paint(QPainter *painter)
     shadow.paint(*painter, QPointF(width() / 2, shadowOffset));
     painter->setRenderHint(QPainter::Antialiasing);
     painter->fillPath(shape.path(size).translated((width() - size.width()) / 2, 0), Qt::black);
+}
+
+void NotchShapeItem::mousePressEvent(QMouseEvent *event)
+{
+    event->accept();
+}
+
+void NotchShapeItem::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (contains(event->position()))
+        Q_EMIT tapped();
 }
 
 bool NotchShapeItem::contains(const QPointF &point) const

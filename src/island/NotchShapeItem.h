@@ -34,6 +34,12 @@ public:
 
 Q_SIGNALS:
     void surfaceChanged();
+    /// The primary button went down and up in the shape.
+    void tapped();
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
     void shapeChanged();

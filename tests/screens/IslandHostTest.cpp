@@ -47,6 +47,15 @@ TEST_F(IslandHostTest, NothingStandsInTheIslandBeforeTheWindowHasDrawn)
     EXPECT_TRUE(isBlack(scene.content()));
 }
 
+TEST_F(IslandHostTest, TheSceneTakesTheFirstShapesPlaceOnceHoweverManyFramesCameBefore)
+{
+    IslandScene scene(IslandScene::BeforeTheFirstFrame{});
+    scene.content();
+    scene.content();
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(scene.window().contentItem()->childItems().size(), 1);
+}
+
 TEST_F(IslandHostTest, TheShapeTakesATapBeforeAnythingStandsInIt)
 {
     IslandScene scene(IslandScene::BeforeTheFirstFrame{});

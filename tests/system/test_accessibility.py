@@ -57,5 +57,18 @@ class Reading(SystemTest):
         wait_until(lambda: (tree := self.program.tree()) and not tree.find("Shelf", "page tab"), "the tabs to go")
 
 
+class SwitchedOn(SystemTest):
+    """The program asks whether there are assistive tools, as it does on a person's desktop."""
+
+    STARTED = False
+
+    def test_tools_that_are_on_find_the_island_at_every_start(self):
+        del self.program.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"]
+        for _ in range(4):
+            self.program.start()
+            self.program.element("Velmora", "push button")
+            self.program.end()
+
+
 if __name__ == "__main__":
     unittest.main()
