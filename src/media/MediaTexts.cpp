@@ -1,5 +1,7 @@
 #include "media/MediaTexts.h"
 
+#include <QFontMetricsF>
+
 #include <algorithm>
 #include <cmath>
 
@@ -19,12 +21,19 @@ QString MediaTexts::durationLabel(const NowPlayingTrack &track)
     return track.duration ? timeLabel(*track.duration) : QStringLiteral("--:--");
 }
 
-QString MediaTexts::widest(const QString &timeLabel)
+QString MediaTexts::widest(const QString &timeLabel, const QFont &font)
 {
+    // In few fonts are all digits equally wide, and in none is it a matter of course which is the widest.
+    const QFontMetricsF metrics(font);
+    QChar widestDigit = u'0';
+    for (QChar digit = u'1'; digit <= u'9'; digit = QChar(digit.unicode() + 1)) {
+        if (metrics.horizontalAdvance(digit) > metrics.horizontalAdvance(widestDigit))
+            widestDigit = digit;
+    }
     QString result = timeLabel;
     for (QChar &character : result) {
         if (character.isDigit())
-            character = u'0';
+            character = widestDigit;
     }
     return result;
 }

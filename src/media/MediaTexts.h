@@ -2,6 +2,7 @@
 
 #include "media/NowPlayingTrack.h"
 
+#include <QFont>
 #include <QString>
 
 namespace brindle {
@@ -15,8 +16,8 @@ public:
     static QString timeLabel(double seconds);
     /// The duration's label, and what stands there when it is not known.
     static QString durationLabel(const NowPlayingTrack &track);
-    /// A label as wide as this one with any other digits.
-    static QString widest(const QString &timeLabel);
+    /// A label as wide, in this font, as this one with any other digits. Main thread.
+    static QString widest(const QString &timeLabel, const QFont &font);
 
     static QString artist(const NowPlayingTrack &track);
     /// "Playing in Player", or without the source's name where it has none.

@@ -30,7 +30,7 @@ Item {
     Label {
         id: widest
         visible: false
-        text: root.track.widestLabel(scrubber.shown)
+        text: root.track.widestLabel(scrubber.shown, elapsed.font)
         size: elapsed.size
         weight: elapsed.weight
     }

@@ -51,9 +51,9 @@ QString TrackPresentation::positionReadOut(double elapsed) const
     return m_track.duration ? position + QStringLiteral(" of ") + durationLabel() : position;
 }
 
-QString TrackPresentation::widestLabel(double elapsed) const
+QString TrackPresentation::widestLabel(double elapsed, const QFont &font) const
 {
-    return MediaTexts::widest(MediaTexts::timeLabel(std::max(elapsed, duration())));
+    return MediaTexts::widest(MediaTexts::timeLabel(std::max(elapsed, duration())), font);
 }
 
 bool TrackPresentation::operator==(const TrackPresentation &other) const

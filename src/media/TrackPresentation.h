@@ -2,6 +2,7 @@
 
 #include "media/NowPlayingTrack.h"
 
+#include <QFont>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
@@ -44,8 +45,8 @@ public:
     Q_INVOKABLE double elapsedAt(double referenceSeconds) const;
     /// The position as it is read out, "1:05 of 3:20".
     Q_INVOKABLE QString positionReadOut(double elapsed) const;
-    /// A label of the width that the elapsed time takes, whatever its digits.
-    Q_INVOKABLE QString widestLabel(double elapsed) const;
+    /// A label of the width that the elapsed time takes in this font, whatever its digits.
+    Q_INVOKABLE QString widestLabel(double elapsed, const QFont &font) const;
 
     bool operator==(const TrackPresentation &other) const;
 
