@@ -33,7 +33,6 @@ IslandSurface::IslandSurface(IslandViewModel &viewModel, QObject *parent)
     : QObject(parent)
     , m_viewModel(viewModel)
     , m_isExpanded(viewModel.isExpanded())
-    , m_isExpandedContentVisible(m_isExpanded)
     , m_activity(idOf(viewModel.container().activities()))
     , m_ticker([this](double seconds) { tick(seconds); })
 {
@@ -161,7 +160,6 @@ void IslandSurface::expansionChanged()
 {
     m_isExpanded = m_viewModel.isExpanded();
     m_isCollapsedContentVisible = false;
-    m_isExpandedContentVisible = false;
     m_ticksToContent = m_isExpanded ? ticksBeforeContent : 0;
     m_reveal = m_isExpanded
         ? Delay()
@@ -183,7 +181,6 @@ void IslandSurface::reveal()
 void IslandSurface::showExpandedContent()
 {
     m_ticksToContent = 0;
-    m_isExpandedContentVisible = true;
     updateSubject();
     Q_EMIT stateChanged();
 }
@@ -207,7 +204,8 @@ void IslandSurface::followSettings()
 void IslandSurface::updateSubject()
 {
     // A new key for each scene: an open island is built afresh each time.
-    if (m_isExpandedContentVisible || m_isCollapsedContentVisible)
+    const bool isExpandedContentVisible = m_isExpanded && m_ticksToContent == 0;
+    if (isExpandedContentVisible || m_isCollapsedContentVisible)
         m_subject = {QString::number(++m_scene), m_isExpanded};
     else
         m_subject = {};

@@ -113,7 +113,6 @@ private:
 
     IslandViewModel &m_viewModel;
     bool m_isExpanded;
-    bool m_isExpandedContentVisible;
     bool m_isCollapsedContentVisible = true;
     /// Ticks until the open island's content is due; 0 when none is.
     int m_ticksToContent = 0;

@@ -87,6 +87,8 @@ LevelReadout::LevelReadout(QQuickItem *parent) : QQuickItem(parent)
 {
     // Once for all of them: what is installed already is not installed again.
     QAccessible::installFactory(makeAccessible);
+    connect(this, &LevelReadout::labelChanged, this, &LevelReadout::tellLabel);
+    connect(this, &LevelReadout::levelChanged, this, &LevelReadout::tellLevel);
 }
 
 int LevelReadout::percent() const
@@ -94,42 +96,18 @@ int LevelReadout::percent() const
     return int(std::lround(std::clamp(m_level, 0.0, 1.0) * 100));
 }
 
-void LevelReadout::setLabel(const QString &label)
+void LevelReadout::tellLabel()
 {
-    if (label == m_label)
-        return;
-    m_label = label;
-    Q_EMIT labelChanged();
     QAccessibleEvent event(this, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&event);
 }
 
-void LevelReadout::setHasLevel(bool hasLevel)
+void LevelReadout::tellLevel()
 {
-    if (hasLevel == m_hasLevel)
-        return;
-    m_hasLevel = hasLevel;
-    Q_EMIT hasLevelChanged();
-}
-
-void LevelReadout::setLevel(double level)
-{
-    if (level == m_level)
-        return;
-    m_level = level;
-    Q_EMIT levelChanged();
     if (!m_hasLevel)
         return;
     QAccessibleValueChangeEvent event(this, percent());
     QAccessible::updateAccessibility(&event);
-}
-
-void LevelReadout::setReading(const QString &reading)
-{
-    if (reading == m_reading)
-        return;
-    m_reading = reading;
-    Q_EMIT readingChanged();
 }
 
 } // namespace brindle

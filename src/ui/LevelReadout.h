@@ -14,27 +14,21 @@ class LevelReadout : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QString label READ label WRITE setLabel NOTIFY labelChanged)
+    Q_PROPERTY(QString label MEMBER m_label NOTIFY labelChanged)
     /// Whether there is a level.
-    Q_PROPERTY(bool hasLevel READ hasLevel WRITE setHasLevel NOTIFY hasLevelChanged)
+    Q_PROPERTY(bool hasLevel MEMBER m_hasLevel NOTIFY hasLevelChanged)
     /// From 0 to 1; read as whole percents.
-    Q_PROPERTY(double level READ level WRITE setLevel NOTIFY levelChanged)
+    Q_PROPERTY(double level MEMBER m_level NOTIFY levelChanged)
     /// The level in words.
-    Q_PROPERTY(QString reading READ reading WRITE setReading NOTIFY readingChanged)
+    Q_PROPERTY(QString reading MEMBER m_reading NOTIFY readingChanged)
 
 public:
     explicit LevelReadout(QQuickItem *parent = nullptr);
 
     const QString &label() const { return m_label; }
-    void setLabel(const QString &label);
     bool hasLevel() const { return m_hasLevel; }
-    void setHasLevel(bool hasLevel);
-    double level() const { return m_level; }
-    void setLevel(double level);
-    const QString &reading() const { return m_reading; }
-    void setReading(const QString &reading);
-
     int percent() const;
+    const QString &reading() const { return m_reading; }
 
 Q_SIGNALS:
     void labelChanged();
@@ -43,6 +37,9 @@ Q_SIGNALS:
     void readingChanged();
 
 private:
+    void tellLabel();
+    void tellLevel();
+
     QString m_label;
     bool m_hasLevel = false;
     double m_level = 0;
